@@ -1,0 +1,52 @@
+# Build rules that every folder shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+  find_program(MERVANE_CCACHE ccache)
+  if(MERVANE_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${MERVANE_CCACHE})
+  endif()
+endif()
+
+# Flags of every target of ours. Floating point is done in the order written, in 64-bit arithmetic, without
+# fused operations, so that every target gives the same bits.
+add_library(mervane_flags INTERFACE)
+target_compile_options(mervane_flags INTERFACE
+  -ffp-contract=off
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Wold-style-cast
+  -Woverloaded-virtual -Wimplicit-fallthrough
+  $<$<BOOL:${MERVANE_WARNINGS_AS_ERRORS}>:-Werror>)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(i.86|x86)$")
+  # The x87 unit computes in extended precision; SSE2 gives the 64-bit results of every other target.
+  target_compile_options(mervane_flags INTERFACE -msse2 -mfpmath=sse)
+endif()
+target_include_directories(mervane_flags INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
+if(MERVANE_SANITIZE)
+  target_compile_options(mervane_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(mervane_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(MERVANE_COVERAGE)
+  target_compile_options(mervane_flags INTERFACE --coverage)
+  target_link_options(mervane_flags INTERFACE --coverage)
+endif()
+
+# mervane_library(NAME SOURCES a.cpp ... [LINKS mervane_x ...]): one static library of one folder.
+function(mervane_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC mervane_flags ${arg_LINKS})
+endfunction()
+
+# mervane_test(NAME SOURCES a_test.cpp ... [LINKS ...]): one test program of one folder, its cases known to ctest.
+function(mervane_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE mervane_flags ${arg_LINKS} GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE MERVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+/// Error numbers of the support services, on the error base 0x80040000.
+namespace mervane {
+
+inline constexpr std::int32_t errorBase = -2147221504;
+
+inline constexpr std::int32_t eErr_ComponentFailure = errorBase + 100;
+inline constexpr std::int32_t eErr_InvalidFileName = errorBase + 17401;
+inline constexpr std::int32_t eErr_InvalidActions = errorBase + 17402;
+inline constexpr std::int32_t eErr_InvalidTracingFlags = errorBase + 17403;
+inline constexpr std::int32_t eErr_ErrorHandlerFailure = errorBase + 17404;
+
+}  // namespace mervane

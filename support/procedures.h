@@ -1,0 +1,102 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "mervane/failure.h"
+#include "support/error_handler.h"
+#include "support/error_numbers.h"
+#include "support/globals.h"
+
+/// The kinds of procedure. Each procedure of the system has one, visible in its first line.
+namespace mervane {
+
+/// The statements of a traced procedure, run one by one. A failing statement is shown once; the answer abandons
+/// the procedure, runs that statement again, or goes on behind it.
+class Steps {
+ public:
+  Steps() = default;
+  Steps(const Steps&) = delete;
+  Steps& operator=(const Steps&) = delete;
+
+  template <class Statement>
+  void operator()(Statement&& statement) {
+    for (;;) {
+      try {
+        statement();
+        return;
+      } catch (const Failure& failure) {
+        // A failure of the handling itself leaves the procedure from here, its stack entry staying behind.
+        switch (globals::errorHandler().HandleError({}, failure)) {
+          case ehrRetry:
+            break;
+          case ehrIgnore:
+            return;
+          case ehrAbort:
+            globals::errorHandler().CallStackClear();
+            throw Abandoned{this};
+          default:
+            throw Abandoned{this};
+        }
+      }
+    }
+  }
+
+  /// Leaves the procedure without its exit, so that its stack entry stays.
+  [[noreturn]] void leave() { throw Abandoned{this}; }
+
+ private:
+  struct Abandoned {
+    const Steps* procedure;
+  };
+
+  template <class Body>
+  friend void traced(const char* key, Body&& body);
+};
+
+/// A traced procedure: on the call stack while it runs, its failures shown where they happen and raised to nobody.
+/// @param key "MervaneClass3.<class>.<procedure>"
+/// @param body takes the Steps; whatever it leaves in its captured results stands after an abort.
+template <class Body>
+void traced(const char* key, Body&& body) {
+  Steps step;
+  try {
+    step([&] { globals::errorHandler().CallStackPush(key, {}); });
+    body(step);
+    step([&] { globals::errorHandler().CallStackPop(); });
+  } catch (const Steps::Abandoned& abandoned) {
+    if (abandoned.procedure != &step) throw;
+  }
+}
+
+/// A wrapping procedure: every failure becomes "<class> component failure" with the key as its source.
+template <class Body>
+decltype(auto) wrapping(const char* className, const char* key, Body&& body) {
+  try {
+    return std::forward<Body>(body)();
+  } catch (const Failure&) {
+    throw Failure(eErr_ComponentFailure, std::string(className) + " component failure", key);
+  }
+}
+
+/// A statement of a swallowed stretch: a failure is dropped without a word.
+template <class Statement>
+void attempt(Statement&& statement) {
+  try {
+    std::forward<Statement>(statement)();
+  } catch (const Failure&) {  // NOLINT(bugprone-empty-catch): dropping it is the point.
+  }
+}
+
+/// A test in a swallowed stretch. A failing test counts as true, because the next statement to run is then the
+/// first one inside the conditional.
+template <class Test>
+[[nodiscard]] bool holdsOrFails(Test&& test) {
+  try {
+    return std::forward<Test>(test)();
+  } catch (const Failure&) {
+    return true;
+  }
+}
+
+}  // namespace mervane
