@@ -31,33 +31,33 @@ class CErrorHandler {
  public:
   CErrorHandler();
 
-  const std::string& SupportMail() const noexcept;
-  void SupportMail(const std::string& value);
+  [[nodiscard]] const std::string& SupportMail() const noexcept { return supportMail_; }
+  void SupportMail(const std::string& value) { supportMail_ = value; }
 
   /// Checks and assigns one after the other, so a refused argument leaves those before it in force.
   void Init(std::int32_t actions, const std::string& errorLogFile, bool callStackEnabled, bool tracingEnabled,
             std::int32_t tracingFlags, const std::string& tracingLogFile);
 
-  void CallStackEnabled(bool value);
-  bool CallStackEnabled() const;
-  void ErrorDescription(const std::string& value);
-  const std::string& ErrorDescription() const;
+  void CallStackEnabled(bool value) { callStackEnabled_ = value; }
+  [[nodiscard]] bool CallStackEnabled() const noexcept { return callStackEnabled_; }
+  void ErrorDescription(const std::string& value) { errorDescription_ = value; }
+  [[nodiscard]] const std::string& ErrorDescription() const noexcept { return errorDescription_; }
   void ErrorHandlerActions(std::int32_t value);  ///< 1 to 15, otherwise raises eErr_InvalidActions
-  std::int32_t ErrorHandlerActions() const;
-  void ErrorLine(std::int32_t value);
-  std::int32_t ErrorLine() const;
+  [[nodiscard]] std::int32_t ErrorHandlerActions() const noexcept { return errorHandlerActions_; }
+  void ErrorLine(std::int32_t value) { errorLine_ = value; }
+  [[nodiscard]] std::int32_t ErrorLine() const noexcept { return errorLine_; }
   void ErrorLogFile(const std::string& value);  ///< not empty, otherwise raises eErr_InvalidFileName
-  const std::string& ErrorLogFile() const;
-  void ErrorNumber(std::int32_t value);
-  std::int32_t ErrorNumber() const;
-  void Tag(const std::string& value);
-  const std::string& Tag() const;
-  void TracingEnabled(bool value);
-  bool TracingEnabled() const;
+  [[nodiscard]] const std::string& ErrorLogFile() const noexcept { return errorLogFile_; }
+  void ErrorNumber(std::int32_t value) { errorNumber_ = value; }
+  [[nodiscard]] std::int32_t ErrorNumber() const noexcept { return errorNumber_; }
+  void Tag(const std::string& value) { tag_ = value; }
+  [[nodiscard]] const std::string& Tag() const noexcept { return tag_; }
+  void TracingEnabled(bool value) { tracingEnabled_ = value; }
+  [[nodiscard]] bool TracingEnabled() const noexcept { return tracingEnabled_; }
   void TracingFlags(std::int32_t value);  ///< 1 to 3, otherwise raises eErr_InvalidTracingFlags
-  std::int32_t TracingFlags() const;
+  [[nodiscard]] std::int32_t TracingFlags() const noexcept { return tracingFlags_; }
   void TracingLogFile(const std::string& value);  ///< not empty, otherwise raises eErr_InvalidFileName
-  const std::string& TracingLogFile() const;
+  [[nodiscard]] const std::string& TracingLogFile() const noexcept { return tracingLogFile_; }
 
   /// Does nothing while CallStackEnabled is false or the stack holds more than 32,767 entries.
   void CallStackClear();
@@ -66,13 +66,14 @@ class CErrorHandler {
   void CallStackPush(const std::string& procedure, const std::string& data);
   /// Deletes log files; once a deletion has begun, its failures are passed over.
   void Clear(bool clearLogFile, bool clearTracingLogFile);
-  /// Reports the failure through the selected channels and returns ehrAbort, ehrRetry or ehrIgnore.
+  /// Reports the failure through the selected channels and returns ehrAbort, ehrRetry or ehrIgnore. The stack is not
+  /// changed. A channel that fails raises eErr_ErrorHandlerFailure, and the channels behind it are left out.
   /// @param procedure its key; empty takes the top of the stack.
   std::int32_t HandleError(const std::string& procedure, const Failure& failure);
 
  private:
   std::int32_t ShowErrorForm(const std::string& message);
-  std::string GetCallStackText(std::int16_t indent, bool showData) const;
+  [[nodiscard]] std::string GetCallStackText(std::int16_t indent, bool showData) const;
 
   bool callStackEnabled_ = false;
   bool tracingEnabled_ = false;

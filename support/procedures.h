@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -11,8 +12,13 @@
 /// The kinds of procedure. Each procedure of the system has one, visible in its first line.
 namespace mervane {
 
+/// The name of the library's file without its extension, the first half of the sources that services give.
+inline constexpr const char* serverName = "MervaneCls31";
+
 /// The statements of a traced procedure, run one by one. A failing statement is shown once; the answer abandons
 /// the procedure, runs that statement again, or goes on behind it.
+///
+/// Steps do not nest: one runs inside another only where a procedure that has its own Steps is called.
 class Steps {
  public:
   Steps() = default;
@@ -40,6 +46,15 @@ class Steps {
         }
       }
     }
+  }
+
+  /// A condition as a statement of its own. Ignored, it counts as true, because the next statement to run is then the
+  /// first one inside the conditional.
+  template <class Test>
+  [[nodiscard]] bool holds(Test&& test) {
+    bool result = true;
+    (*this)([&] { result = test(); });
+    return result;
   }
 
   /// Leaves the procedure without its exit, so that its stack entry stays.
@@ -76,6 +91,39 @@ decltype(auto) wrapping(const char* className, const char* key, Body&& body) {
     return std::forward<Body>(body)();
   } catch (const Failure&) {
     throw Failure(eErr_ComponentFailure, std::string(className) + " component failure", key);
+  }
+}
+
+/// The trap of a service procedure, disarmed by the argument checks that refuse.
+class ServiceTrap {
+ public:
+  explicit ServiceTrap(const char* className) : className_(className) {}
+
+  /// Disarms the trap and raises, so that the caller meets this very failure.
+  [[noreturn]] void refuse(std::int32_t number, const char* description) {
+    armed_ = false;
+    throw Failure(number, description, source());
+  }
+
+  [[nodiscard]] bool armed() const noexcept { return armed_; }
+  [[nodiscard]] std::string source() const { return std::string(serverName) + "." + className_; }
+
+ private:
+  const char* className_;
+  bool armed_ = true;
+};
+
+/// A service procedure: what its checks refuse passes unchanged, anything unforeseen becomes
+/// "<class> component failure" with the number of that class.
+/// @param body takes the ServiceTrap.
+template <class Body>
+decltype(auto) service(const char* className, std::int32_t number, Body&& body) {
+  ServiceTrap trap(className);
+  try {
+    return std::forward<Body>(body)(trap);
+  } catch (const Failure&) {
+    if (!trap.armed()) throw;
+    throw Failure(number, std::string(className) + " component failure", trap.source());
   }
 }
 
