@@ -28,6 +28,8 @@ class ChartHost {
   /// Without regard to case.
   [[nodiscard]] virtual std::optional<std::int32_t> sheetNamed(std::string_view name) const = 0;
   [[nodiscard]] virtual std::int32_t activeSheet() const = 0;
+  /// A chart was moved into that sheet, which is the active one from now on.
+  virtual void activateSheet(std::int32_t sheet) = 0;
 
   /// The value as Range.Value gives it, but a formula without a cached value is empty.
   [[nodiscard]] virtual Variant cellValue(std::int32_t sheet, CellAddress cell) = 0;
