@@ -69,7 +69,6 @@ class frmMain final : private platform::OptionWindowEvents {
 
   /// How the last showing ended: "CLASSIFY", "CLOSE", "INPUTS" or "OUTPUTS". Outlives the unloading; does not load.
   [[nodiscard]] const std::string& Tag() const noexcept { return tag_; }
-  void Tag(const std::string& value) { tag_ = value; }
 
   /// Shows modally; returns when the dialog has hidden itself or was closed. Raises invalidProcedureCall while shown.
   void Show();
@@ -93,7 +92,6 @@ class frmMain final : private platform::OptionWindowEvents {
   void clicked(const std::string& key) override;
   void buttonClicked(const std::string& key) override;
   void resized() override;
-  void activated() override;
   bool closeRequested(platform::UnloadMode mode) override;
 
   // Life.

@@ -11,7 +11,8 @@ class ErrorWindowEvents {
  public:
   /// The window has become the active one; comes for each return to it, the first showing included.
   virtual void activated() = 0;
-  /// The bar has a new layout. Comes also once when the window is shown for the first time.
+  /// The bar has a new layout. Comes also once when the window is shown for the first time, behind `activated`, which
+  /// may have taken an item out of the bar.
   virtual void resized() = 0;
   /// An item of the bar, the spacer included where the window reports clicks on it.
   virtual void clicked(const std::string& key) = 0;

@@ -14,6 +14,8 @@ class KeyStore {
   static constexpr std::int32_t success = 0;
   static constexpr std::int32_t notFound = 2;
   static constexpr std::int32_t accessDenied = 5;
+  static constexpr std::int32_t invalidHandle = 6;
+  static constexpr std::int32_t moreData = 234;  ///< the buffer is too small; the size says what is needed
   static constexpr std::int32_t noMoreItems = 259;
   static constexpr std::int32_t typeText = 1;
   static constexpr std::int32_t typeInteger = 4;

@@ -37,8 +37,6 @@ class OptionWindowEvents {
   virtual void buttonClicked(const std::string& key) = 0;
   /// The list has a new width. Comes also once when the window is shown for the first time.
   virtual void resized() = 0;
-  /// The window has become the active one.
-  virtual void activated() = 0;
   /// The window is about to be closed.
   /// @return true: `show` ends, and the window is destroyed by its owner behind it; false: it stays.
   [[nodiscard]] virtual bool closeRequested(UnloadMode mode) = 0;

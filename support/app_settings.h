@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
+#include "mervane/array.h"
 #include "mervane/variant.h"
 
 namespace mervane {
@@ -34,8 +34,9 @@ class CAppSettings {
   /// Raises eErr_DeleteSetting where the store refuses.
   void DeleteSetting(const std::string& section, const std::string& key);
   /// Names of a section's values in the order of the store; raises eErr_GetAllKeys where the section is missing.
-  /// @param keys the n-th name has the index n - 1 here; emptied first, whatever follows.
-  void GetAllKeys(const std::string& section, std::vector<std::string>& keys);
+  /// @param keys emptied first, whatever follows; then its bounds run from 1 to the number of names. A section without
+  /// values leaves it without a dimension.
+  void GetAllKeys(const std::string& section, Array<std::string>& keys);
   /// A text, a 32-bit integer, or the default where section, key or a value of those two types is missing.
   [[nodiscard]] Variant GetSetting(const std::string& section, const std::string& key, const Variant& defaultValue);
   /// Texts, dates and booleans are stored as text, everything else as a 32-bit integer, which the caller's variable

@@ -28,7 +28,7 @@ class frmErrorMessage final : private platform::ErrorWindowEvents {
 
   /// Makes the window and its items anew; does nothing while the form is loaded.
   void Load();
-  /// Shows modally; returns when the form is hidden or closed.
+  /// Shows modally; returns when the form is hidden or closed. Raises invalidProcedureCall while shown.
   void Show();
   void Unload();
   [[nodiscard]] bool IsLoaded() const noexcept { return loaded_; }
@@ -44,7 +44,6 @@ class frmErrorMessage final : private platform::ErrorWindowEvents {
   void clicked(const std::string& key) override;
   void closed() override;
   void sendMail();
-  void changed();
 
   bool loaded_ = false;
   bool shown_ = false;
@@ -54,6 +53,8 @@ class frmErrorMessage final : private platform::ErrorWindowEvents {
   platform::OptionItems suiTitle_;
   platform::OptionItems suiButtons_;
   std::unique_ptr<platform::ErrorWindow> window_;
+  /// A window whose form has unloaded while the window is still in its `show`.
+  std::unique_ptr<platform::ErrorWindow> closingWindow_;
 };
 
 }  // namespace mervane

@@ -100,9 +100,10 @@ class ServiceTrap {
   explicit ServiceTrap(const char* className) : className_(className) {}
 
   /// Disarms the trap and raises, so that the caller meets this very failure.
-  [[noreturn]] void refuse(std::int32_t number, const char* description) {
+  [[noreturn]] void refuse(std::int32_t number, const char* description) { refuse(number, description, source()); }
+  [[noreturn]] void refuse(std::int32_t number, const char* description, const std::string& otherSource) {
     armed_ = false;
-    throw Failure(number, description, source());
+    throw Failure(number, description, otherSource);
   }
 
   [[nodiscard]] bool armed() const noexcept { return armed_; }
