@@ -13,8 +13,8 @@ namespace mervane::workbook {
 /// What a package may be at most. A file beyond these bounds is refused before its content is unpacked.
 struct PackageLimits {
   std::uint64_t entries = 65535;
-  std::uint64_t entrySize = std::uint64_t{4} << 30;  ///< bytes of one part, unpacked
-  std::uint64_t totalSize = std::uint64_t{8} << 30;  ///< bytes of all parts, unpacked
+  std::uint64_t entrySize = std::uint64_t{4} << 30;    ///< bytes of one part, unpacked
+  std::uint64_t totalSize = std::uint64_t{8} << 30;    ///< bytes of all parts, unpacked
   std::uint64_t smallPart = std::uint64_t{256} << 20;  ///< bytes of a part that is held in memory as a whole
   /// Unpacked bytes a packed byte may give, for a part above 64 MiB. Deflate cannot give more than 1032.
   std::uint64_t ratio = 500;
@@ -84,8 +84,8 @@ class Package {
   /// The namespace of relation ids, "r:id", in this file's form.
   [[nodiscard]] std::string_view relationNamespace() const noexcept;
 
-  /// Writes the package: a new file beside the target, synced, then renamed over it. The target may be the file that was
-  /// opened. After a failure the target is what it was.
+  /// Writes the package: a new file beside the target, synced, then renamed over it. The target may be the file that
+  /// was opened. After a failure the target is what it was.
   void save(const std::filesystem::path& target) const;
 
  private:
