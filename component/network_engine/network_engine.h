@@ -51,6 +51,9 @@ class NetworkEngine {
 /// Many samples in one call, with exactly the outcome of the single calls: the same bits, the same order, and
 /// a failing sample raises with all samples before it already learned.
 ///
+/// A sample fails only by being refused, as SetInputs or SetConvexInputs would refuse it: the current sample is then
+/// still the one before it, and the samples behind it have not been looked at.
+///
 /// OPTIMIZATION: saves a virtual call, a copy and a bounds check per sample.
 class SampleBlocks {
  public:

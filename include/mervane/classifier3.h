@@ -4,11 +4,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "mervane/array.h"
 #include "mervane/enumerations.h"
+#include "mervane/failure.h"
 #include "mervane/variant.h"
 
 namespace mervane {
@@ -139,14 +141,21 @@ class Classifier3 : public std::enable_shared_from_this<Classifier3> {
   void TrainNetwork();
   double GetCurrentLearningRate(std::int32_t epoch) const;
   std::int32_t GetCurrentRadius(std::int32_t epoch) const;
-  void TrainEpoch(std::int32_t epoch);
-  void StoreResults();
   void raiseNextEpoch(std::int32_t& epoch, double rate, std::int32_t radius);
+  void TrainEpoch(std::int32_t epoch);
+  std::int32_t GetSampleIndex(std::int32_t row) const;
+  void GetSampleVector(std::int32_t row, std::int32_t columns, std::vector<double>& sample) const;
+  void SetNetworkInputs(const std::vector<double>& sample, double convexFactor);
+  void StoreResults();
 
   bool Classify();
   void PrepareClassification();
   void StoreResultsToExcel();
   void SelectOutputCells();
+
+  SampleBlocks* sampleBlocks() const;
+  std::int64_t learnInBlocks(std::int32_t epoch);
+  std::int64_t classifyInBlocks(std::int64_t firstRow, std::int32_t& winner, std::optional<Failure>& refusal);
 
   NetworkEngine& network() const;
   frmMain& mainForm() const;
@@ -174,6 +183,7 @@ class Classifier3 : public std::enable_shared_from_this<Classifier3> {
   std::vector<Sink> sinks_;
   std::size_t nextSinkId_ = 1;
   std::unique_ptr<SampleCache> samples_;
+  std::int32_t builtInputs_ = 0;  ///< inputs of the network in NetworkHandle_, 0 where there is none for certain
 };
 
 }  // namespace mervane
