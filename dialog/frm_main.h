@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "mervane/enumerations.h"
+#include "mervane/failure.h"
 #include "mervane/variant.h"
 #include "platform/option_item.h"
 #include "platform/option_window.h"
@@ -70,7 +72,8 @@ class frmMain final : private platform::OptionWindowEvents {
   /// How the last showing ended: "CLASSIFY", "CLOSE", "INPUTS" or "OUTPUTS". Outlives the unloading; does not load.
   [[nodiscard]] const std::string& Tag() const noexcept { return tag_; }
 
-  /// Shows modally; returns when the dialog has hidden itself or was closed. Raises invalidProcedureCall while shown.
+  /// Shows modally; returns when the dialog has hidden itself or was closed. Raises invalidProcedureCall while shown,
+  /// and whatever the handling of a failure in the dialog has raised.
   void Show();
   void Hide();
   /// Closes the dialog from code, with the mode `ownCode`; does nothing while it is not loaded.
@@ -96,7 +99,7 @@ class frmMain final : private platform::OptionWindowEvents {
 
   // Life.
   void load();
-  void releaseWindow();
+  void release();
   void Form_Load();
   void Form_QueryUnload(bool& cancel, platform::UnloadMode mode);
   void Form_Unload();
@@ -127,9 +130,13 @@ class frmMain final : private platform::OptionWindowEvents {
   void Classify();
   void CloseForm();
 
+  template <class Event>
+  void handle(Event&& event);
+  [[nodiscard]] CAppSettings& settings();
   platform::OptionItem& item(const std::string& key);
   [[nodiscard]] std::string valueText(const std::string& key);
   void setValue(const std::string& key, Variant value);
+  void setChecked(const std::string& key, bool value);
   void changed();
 
   std::shared_ptr<void> classifier_;
@@ -140,6 +147,10 @@ class frmMain final : private platform::OptionWindowEvents {
   platform::OptionItems suiOptions_;
   platform::OptionItems suiButtons_;
   std::unique_ptr<platform::OptionWindow> window_;
+  /// A window whose dialog has unloaded while the window is still in its `show`.
+  std::unique_ptr<platform::OptionWindow> closingWindow_;
+  /// A failure of the failure handling itself, kept until the showing has ended.
+  std::optional<Failure> unhandled_;
 };
 
 }  // namespace mervane
