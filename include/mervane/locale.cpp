@@ -6,10 +6,10 @@ namespace mervane {
 
 namespace {
 
-const std::vector<std::string> blanksAsGroups = {"\u00A0", "\u202F", " "};
-
 std::vector<Locale> makeLocales() {
   using Order = Locale::DateOrder;
+  // Local, as the locales may be asked for while other files' constants are still being made.
+  const std::vector<std::string> blanksAsGroups = {"\u00A0", "\u202F", " "};
   std::vector<Locale> all;
   all.push_back({});
   all.push_back({.name = "en-GB",
