@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "mervane/failure.h"
+#include "mervane/letter_case.h"
 
 namespace mervane {
 
@@ -43,33 +44,10 @@ std::string integerText(std::int32_t value) {
   return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
-/// Lower case of a two-byte UTF-8 letter of Latin-1 or Cyrillic; the words for true and false need no more.
-void lowerTwoBytes(char& lead, char& trail) {
-  const unsigned code = (static_cast<unsigned char>(lead) & 0x1FU) << 6U | (static_cast<unsigned char>(trail) & 0x3FU);
-  unsigned lower = code;
-  if (code >= 0xC0 && code <= 0xDE && code != 0xD7) lower = code + 0x20;
-  if (code >= 0x410 && code <= 0x42F) lower = code + 0x20;
-  if (code >= 0x400 && code <= 0x40F) lower = code + 0x50;
-  lead = static_cast<char>(0xC0U | lower >> 6U);
-  trail = static_cast<char>(0x80U | (lower & 0x3FU));
-}
-
-std::string lowerCase(std::string text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    if (byte >= 'A' && byte <= 'Z') text[i] = static_cast<char>(byte - 'A' + 'a');
-    if (byte >= 0xC0 && byte < 0xE0 && i + 1 < text.size()) {
-      lowerTwoBytes(text[i], text[i + 1]);
-      ++i;
-    }
-  }
-  return text;
-}
-
 bool booleanIn(const std::string& text, const Locale& locale) {
-  const std::string word = lowerCase(text);
-  if (word == "true" || word == lowerCase(locale.trueWord)) return true;
-  if (word == "false" || word == lowerCase(locale.falseWord)) return false;
+  const std::string word = lowered(text);
+  if (word == "true" || word == lowered(locale.trueWord)) return true;
+  if (word == "false" || word == lowered(locale.falseWord)) return false;
   return numberIn(text, locale) != 0.0;
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "mervane/letter_case.h"
+
 namespace mervane {
 
 namespace {
@@ -119,14 +121,10 @@ const std::vector<Locale>& locales() {
   return all;
 }
 
-char lowered(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // "de_DE.UTF-8@euro" becomes "de-de".
 std::string normalised(std::string_view tag) {
-  std::string result;
-  for (const char c : tag.substr(0, tag.find_first_of(".@"))) result += c == '_' ? '-' : lowered(c);
+  std::string result = lowered(tag.substr(0, tag.find_first_of(".@")));
+  std::ranges::replace(result, '_', '-');
   return result;
 }
 
