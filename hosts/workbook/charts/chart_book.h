@@ -11,6 +11,7 @@
 namespace mervane::workbook::charts {
 
 class Drawing;
+struct DrawingItem;
 
 /// All charts of one workbook: what stands behind the chart service and its objects.
 ///
@@ -33,6 +34,8 @@ class ChartBook : public std::enable_shared_from_this<ChartBook> {
   std::shared_ptr<Chart> addChart();
   /// Moves a chart from its own sheet into a worksheet, as the topmost thing there.
   void embed(const std::shared_ptr<Chart>& chart, std::int32_t sheet);
+  /// Moves or resizes anything that lies in a worksheet.
+  void move(std::int32_t sheet, DrawingItem& item, const Box& box);
   /// Takes the chart out of its sheet.
   void remove(const std::shared_ptr<Chart>& chart);
   /// Empty where no chart is active.

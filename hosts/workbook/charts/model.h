@@ -120,6 +120,7 @@ struct Marker {
   std::int32_t background = number::automatic;
   std::int32_t foreground = number::automatic;
   std::int32_t size = 5;
+  friend bool operator==(const Marker&, const Marker&) = default;
 };
 
 /// What one point has of its own.
@@ -144,15 +145,11 @@ struct Series {
   bool invertIfNegative = false;
   bool showValues = false;
   bool showCategories = false;
-  std::map<std::int32_t, Point> points;  ///< by position from 1
+  std::map<std::int32_t, std::shared_ptr<Point>> points;  ///< by position from 1
   bool deleted = false;
 
   /// How many points the values have.
   [[nodiscard]] std::int32_t pointCount() const;
-};
-
-struct Gridlines {
-  Line border;
 };
 
 struct Axis {
@@ -161,13 +158,13 @@ struct Axis {
   bool reversed = false;
   bool hasMajorGridlines = false;
   bool hasMinorGridlines = false;
-  Gridlines major;
+  Line majorGridlines;
   Line border;
   Font tickLabels;
   // Of a category axis.
   std::int32_t tickMarkSpacing = 1;
   std::int32_t tickLabelSpacing = 1;
-  bool spacingSet = false;
+  bool labelSpacingSet = false;  ///< else the application leaves out labels that have no room
   bool baseUnitIsAuto = true;
   bool betweenCategories = true;
   // Of a value axis.
@@ -212,7 +209,7 @@ struct Chart {
   std::string name;               ///< such as "Chart 1"
   std::int32_t type = number::clusteredColumnChart;
   std::vector<std::shared_ptr<Series>> series;
-  std::optional<Title> title;
+  std::shared_ptr<Title> title;  ///< empty: the chart has none
   bool hasLegend = true;
   Legend legend;
   PlotArea plotArea;
