@@ -1,8 +1,8 @@
 #include "hosts/workbook/charts/anchor.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 
 #include "hosts/workbook/charts/xml_text.h"
 
