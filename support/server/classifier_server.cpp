@@ -1,0 +1,339 @@
+#include "support/server/classifier_server.h"
+
+#include <new>
+#include <string>
+
+#include "hosts/automation/automation_object.h"
+#include "hosts/automation/text.h"
+#include "hosts/automation/variant_conversion.h"
+#include "support/server/composition.h"
+#include "support/server/guarded.h"
+#include "support/server/server_ids.h"
+#include "support/server/type_library.h"
+
+using Microsoft::WRL::ComPtr;
+
+namespace mervane::server {
+namespace {
+
+VARIANT_BOOL toPlatform(bool value) { return value ? VARIANT_TRUE : VARIANT_FALSE; }
+
+sheet::ObjectRef hostObject(IDispatch* dispatch) {
+  if (dispatch == nullptr) return nullptr;
+  return std::make_shared<automation::AutomationObject>(dispatch);
+}
+
+/// Fills an out argument by a function; a null pointer is the caller's mistake.
+template <class Result, class Body>
+HRESULT answer(Result* result, Body&& body) {
+  if (result == nullptr) return E_POINTER;
+  return guarded(defaultInterfaceId, [&] { *result = body(); });
+}
+
+template <class Body>
+HRESULT guarded(Body&& body) {
+  return server::guarded(defaultInterfaceId, std::forward<Body>(body));
+}
+
+}  // namespace
+
+ClassifierServer::ClassifierServer()
+    : points_{{EventPoint(eventInterfaceId, *this), EventPoint(earlierEventInterfaceId, *this)}} {}
+
+HRESULT ClassifierServer::create(REFIID interfaceId, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  ClassifierServer* made = new (std::nothrow) ClassifierServer();
+  if (made == nullptr) return E_OUTOFMEMORY;
+  HRESULT result = guarded([&] {
+    made->classifier_ = composeClassifier();
+    made->classifier_->addNextEpochSink([made](std::int32_t& epoch, double& rate, std::int32_t& radius) {
+      made->raiseNextEpoch(epoch, rate, radius);
+    });
+  });
+  if (SUCCEEDED(result)) result = made->QueryInterface(interfaceId, object);
+  made->Release();
+  return result;
+}
+
+HRESULT ClassifierServer::QueryInterface(REFIID interfaceId, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (interfaceId == IID_IUnknown || interfaceId == IID_IDispatch || interfaceId == defaultInterfaceId ||
+      interfaceId == earlierDefaultInterfaceId) {
+    *object = static_cast<_Classifier3*>(this);
+  } else if (interfaceId == IID_ISupportErrorInfo) {
+    *object = static_cast<ISupportErrorInfo*>(this);
+  } else if (interfaceId == IID_IProvideClassInfo || interfaceId == IID_IProvideClassInfo2) {
+    *object = static_cast<IProvideClassInfo2*>(this);
+  } else if (interfaceId == IID_IConnectionPointContainer) {
+    *object = static_cast<IConnectionPointContainer*>(this);
+  } else {
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  return S_OK;
+}
+
+ULONG ClassifierServer::AddRef() { return ++references_; }
+
+ULONG ClassifierServer::Release() {
+  const ULONG left = --references_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT ClassifierServer::GetTypeInfoCount(UINT* count) {
+  if (count == nullptr) return E_POINTER;
+  *count = 1;
+  return S_OK;
+}
+
+HRESULT ClassifierServer::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) {
+  if (info == nullptr) return E_POINTER;
+  *info = nullptr;
+  return index == 0 ? typeInfoOf(defaultInterfaceId, info) : DISP_E_BADINDEX;
+}
+
+HRESULT ClassifierServer::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+                                        DISPID* ids) {
+  ComPtr<ITypeInfo> info;
+  const HRESULT result = typeInfoOf(defaultInterfaceId, &info);
+  return FAILED(result) ? result : info->GetIDsOfNames(names, count, ids);
+}
+
+HRESULT ClassifierServer::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags, DISPPARAMS* parameters,
+                                 VARIANT* result, EXCEPINFO* exception, UINT* argument) {
+  if (parameters == nullptr) return E_POINTER;
+  if (id == excelApplicationId) return invokeExcelApplication(flags, *parameters, result, argument);
+  ComPtr<ITypeInfo> info;
+  const HRESULT found = typeInfoOf(defaultInterfaceId, &info);
+  if (FAILED(found)) return found;
+  SetErrorInfo(0, nullptr);
+  return info->Invoke(static_cast<_Classifier3*>(this), id, flags, parameters, result, exception, argument);
+}
+
+HRESULT ClassifierServer::invokeExcelApplication(WORD flags, const DISPPARAMS& parameters, VARIANT* result,
+                                                 UINT* argument) {
+  if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) == 0) {
+    if (parameters.cArgs != 0) return DISP_E_BADPARAMCOUNT;
+    if (result == nullptr) return S_OK;
+    VariantInit(result);
+    result->vt = VT_DISPATCH;
+    return get_ExcelApplication(reinterpret_cast<_Application**>(&result->pdispVal));
+  }
+  if (parameters.cArgs != 1) return DISP_E_BADPARAMCOUNT;
+  automation::OwnedVariant given;
+  HRESULT converted = VariantCopyInd(given.get(), &parameters.rgvarg[0]);
+  if (SUCCEEDED(converted)) converted = VariantChangeType(given.get(), given.get(), 0, VT_DISPATCH);
+  if (FAILED(converted)) {
+    if (argument != nullptr) *argument = 0;
+    return converted;
+  }
+  // Only its dispatch part is ever used, so any late-bound application will do.
+  return putref_ExcelApplication(static_cast<_Application*>(given.value().pdispVal));
+}
+
+HRESULT ClassifierServer::putref_ExcelApplication(_Application* value) {
+  return guarded([&] { classifier_->ExcelApplication(hostObject(value)); });
+}
+
+HRESULT ClassifierServer::get_ExcelApplication(_Application** value) {
+  return answer(value, [&]() -> _Application* {
+    const sheet::ObjectRef object = classifier_->ExcelApplication();
+    const auto* foreign = dynamic_cast<const automation::AutomationObject*>(object.get());
+    if (foreign == nullptr || foreign->dispatch() == nullptr) return nullptr;
+    foreign->dispatch()->AddRef();
+    return static_cast<_Application*>(foreign->dispatch());
+  });
+}
+
+HRESULT ClassifierServer::put_Inputs(VARIANT value) {
+  return guarded([&] { classifier_->Inputs(automation::fromAutomation(value)); });
+}
+
+HRESULT ClassifierServer::get_Inputs(VARIANT* value) {
+  if (value == nullptr) return E_POINTER;
+  VariantInit(value);
+  return guarded([&] { automation::toAutomation(classifier_->Inputs(), *value); });
+}
+
+HRESULT ClassifierServer::getMaxValue(LONG column, double* value) {
+  return answer(value, [&] { return classifier_->getMaxValue(static_cast<std::int32_t>(column)); });
+}
+
+HRESULT ClassifierServer::getMinValue(LONG column, double* value) {
+  return answer(value, [&] { return classifier_->getMinValue(static_cast<std::int32_t>(column)); });
+}
+
+HRESULT ClassifierServer::get_Outputs(SAFEARRAY** value) {
+  return answer(value, [&] { return automation::toSafeArray(classifier_->Outputs()); });
+}
+
+HRESULT ClassifierServer::put_InitialWeights(double value) {
+  return guarded([&] { classifier_->InitialWeights(value); });
+}
+
+HRESULT ClassifierServer::get_InitialWeights(double* value) {
+  return answer(value, [&] { return classifier_->InitialWeights(); });
+}
+
+HRESULT ClassifierServer::put_ActivationFunction(::enuActivationFunction* value) {
+  if (value == nullptr) return E_POINTER;
+  return guarded([&] { classifier_->ActivationFunction(static_cast<enuActivationFunction>(*value)); });
+}
+
+HRESULT ClassifierServer::get_ActivationFunction(::enuActivationFunction* value) {
+  return answer(value, [&] { return static_cast<::enuActivationFunction>(classifier_->ActivationFunction()); });
+}
+
+HRESULT ClassifierServer::put_Clusters(LONG value) {
+  return guarded([&] { classifier_->Clusters(static_cast<std::int32_t>(value)); });
+}
+
+HRESULT ClassifierServer::get_Clusters(LONG* value) {
+  return answer(value, [&] { return classifier_->Clusters(); });
+}
+
+HRESULT ClassifierServer::put_LearningRadius(double value) {
+  return guarded([&] { classifier_->LearningRadius(value); });
+}
+
+HRESULT ClassifierServer::get_LearningRadius(double* value) {
+  return answer(value, [&] { return classifier_->LearningRadius(); });
+}
+
+HRESULT ClassifierServer::put_LearningRate(double value) {
+  return guarded([&] { classifier_->LearningRate(value); });
+}
+
+HRESULT ClassifierServer::get_LearningRate(double* value) {
+  return answer(value, [&] { return classifier_->LearningRate(); });
+}
+
+HRESULT ClassifierServer::put_EpochCount(LONG value) {
+  return guarded([&] { classifier_->EpochCount(static_cast<std::int32_t>(value)); });
+}
+
+HRESULT ClassifierServer::get_EpochCount(LONG* value) {
+  return answer(value, [&] { return classifier_->EpochCount(); });
+}
+
+HRESULT ClassifierServer::put_UseConvexCombination(VARIANT_BOOL value) {
+  return guarded([&] { classifier_->UseConvexCombination(value != VARIANT_FALSE); });
+}
+
+HRESULT ClassifierServer::get_UseConvexCombination(VARIANT_BOOL* value) {
+  return answer(value, [&] { return toPlatform(classifier_->UseConvexCombination()); });
+}
+
+HRESULT ClassifierServer::put_AutoScaleInputs(VARIANT_BOOL* value) {
+  if (value == nullptr) return E_POINTER;
+  return guarded([&] { classifier_->AutoScaleInputs(*value != VARIANT_FALSE); });
+}
+
+HRESULT ClassifierServer::get_AutoScaleInputs(VARIANT_BOOL* value) {
+  return answer(value, [&] { return toPlatform(classifier_->AutoScaleInputs()); });
+}
+
+HRESULT ClassifierServer::StopLearning() {
+  return guarded([&] { classifier_->StopLearning(); });
+}
+
+HRESULT ClassifierServer::Run() {
+  return guarded([&] { classifier_->Run(); });
+}
+
+HRESULT ClassifierServer::GetSamplesCount(LONG* value) {
+  return answer(value, [&] { return classifier_->GetSamplesCount(); });
+}
+
+HRESULT ClassifierServer::GetColumnsCount(LONG* value) {
+  return answer(value, [&] { return classifier_->GetColumnsCount(); });
+}
+
+HRESULT ClassifierServer::ScaleValue(double value, double minSrcRangeValue, double maxSrcRangeValue,
+                                     double minDestRangeValue, double maxDestRangeValue, double* result) {
+  return answer(result, [&] {
+    return classifier_->ScaleValue(value, minSrcRangeValue, maxSrcRangeValue, minDestRangeValue, maxDestRangeValue);
+  });
+}
+
+HRESULT ClassifierServer::ShowMainForm(BSTR* result) {
+  return answer(result, [&] { return automation::newBstr(classifier_->ShowMainForm()); });
+}
+
+HRESULT ClassifierServer::put_CellInputs(BSTR* value) {
+  if (value == nullptr) return E_POINTER;
+  return guarded([&] { classifier_->CellInputs(automation::fromBstr(*value)); });
+}
+
+HRESULT ClassifierServer::get_CellInputs(BSTR* value) {
+  return answer(value, [&] { return automation::newBstr(classifier_->CellInputs()); });
+}
+
+HRESULT ClassifierServer::put_CellOutputs(BSTR* value) {
+  if (value == nullptr) return E_POINTER;
+  return guarded([&] { classifier_->CellOutputs(automation::fromBstr(*value)); });
+}
+
+HRESULT ClassifierServer::get_CellOutputs(BSTR* value) {
+  return answer(value, [&] { return automation::newBstr(classifier_->CellOutputs()); });
+}
+
+HRESULT ClassifierServer::UnloadfrmMain() {
+  return guarded([&] { classifier_->UnloadfrmMain(); });
+}
+
+HRESULT ClassifierServer::InterfaceSupportsErrorInfo(REFIID interfaceId) {
+  return interfaceId == defaultInterfaceId || interfaceId == earlierDefaultInterfaceId ? S_OK : S_FALSE;
+}
+
+HRESULT ClassifierServer::GetClassInfo(ITypeInfo** info) {
+  if (info == nullptr) return E_POINTER;
+  *info = nullptr;
+  return typeInfoOf(classId, info);
+}
+
+HRESULT ClassifierServer::GetGUID(DWORD kind, GUID* id) {
+  if (id == nullptr) return E_POINTER;
+  if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
+  *id = eventInterfaceId;
+  return S_OK;
+}
+
+HRESULT ClassifierServer::EnumConnectionPoints(IEnumConnectionPoints** points) {
+  if (points == nullptr) return E_POINTER;
+  *points = new (std::nothrow) ConnectionPoints({&points_[0], &points_[1]});
+  return *points != nullptr ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT ClassifierServer::FindConnectionPoint(REFIID interfaceId, IConnectionPoint** point) {
+  if (point == nullptr) return E_POINTER;
+  *point = nullptr;
+  for (EventPoint& one : points_) {
+    if (one.interfaceId() != interfaceId) continue;
+    *point = &one;
+    one.AddRef();
+    return S_OK;
+  }
+  return CONNECT_E_NOCONNECTION;
+}
+
+void ClassifierServer::raiseNextEpoch(std::int32_t& epoch, double& rate, std::int32_t& radius) {
+  LONG epochArgument = epoch;
+  LONG radiusArgument = radius;
+  std::array<VARIANT, 3> arguments{};
+  arguments[2].vt = VT_BYREF | VT_I4;
+  arguments[2].plVal = &epochArgument;
+  arguments[1].vt = VT_BYREF | VT_R8;
+  arguments[1].pdblVal = &rate;
+  arguments[0].vt = VT_BYREF | VT_I4;
+  arguments[0].plVal = &radiusArgument;
+  DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+  for (EventPoint& point : points_) point.raise(nextEpochId, parameters);
+  epoch = static_cast<std::int32_t>(epochArgument);
+  radius = static_cast<std::int32_t>(radiusArgument);
+}
+
+}  // namespace mervane::server
