@@ -26,6 +26,10 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(i.86|x86)$"
 endif()
 target_include_directories(mervane_flags INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
+if(WIN32)
+  # Interfaces of the component model have no virtual destructor; an object ends by its count.
+  target_compile_options(mervane_flags INTERFACE -Wno-non-virtual-dtor)
+endif()
 if(MERVANE_SANITIZE)
   target_compile_options(mervane_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(mervane_flags INTERFACE -fsanitize=address,undefined)

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "hosts/automation/failure_conversion.h"
-#include "hosts/automation/text.h"
 #include "hosts/automation/variant_conversion.h"
+#include "platform/com/failure_conversion.h"
+#include "platform/com/text.h"
 
 using Microsoft::WRL::ComPtr;
 
@@ -24,7 +24,7 @@ class Enumerator : public sheet::Object {
     OwnedVariant element;
     ULONG fetched = 0;
     const HRESULT result = elements_->Next(1, element.get(), &fetched);
-    if (FAILED(result)) throw failureOf(result, elements_.Get(), IID_IEnumVARIANT);
+    if (FAILED(result)) throw com::failureOf(result, elements_.Get(), IID_IEnumVARIANT);
     return fetched == 1 ? fromAutomation(element.value()) : Variant();
   }
 
@@ -69,11 +69,11 @@ DISPID AutomationObject::idOf(sheet::member::Id member) {
   if (member == sheet::member::NewEnum) return DISPID_NEWENUM;
   const auto known = ids_.find(member);
   if (known != ids_.end()) return known->second;
-  std::wstring name = toWide(sheet::nameOf(member));
+  std::wstring name = com::toWide(sheet::nameOf(member));
   OLECHAR* names = name.data();
   DISPID id = DISPID_UNKNOWN;
   const HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, &names, 1, englishUnitedStates, &id);
-  if (FAILED(result)) throw failureOf(result, nullptr, IID_NULL);
+  if (FAILED(result)) throw com::failureOf(result, nullptr, IID_NULL);
   ids_.emplace(member, id);
   return id;
 }
@@ -95,7 +95,7 @@ Variant AutomationObject::invoke(sheet::Access access, sheet::member::Id member,
   const HRESULT result =
       dispatch_->Invoke(id, IID_NULL, locale, flagsOf(access, arguments), &parameters,
                         access == sheet::Access::put ? nullptr : answer.get(), &exception, &badArgument);
-  if (FAILED(result)) throw failureOf(result, exception);
+  if (FAILED(result)) throw com::failureOf(result, exception);
   if (member != sheet::member::NewEnum) return fromAutomation(answer.value());
 
   ComPtr<IEnumVARIANT> elements;

@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "hosts/automation/automation_object.h"
-#include "hosts/automation/failure_conversion.h"
-#include "hosts/automation/text.h"
+#include "platform/com/failure_conversion.h"
+#include "platform/com/text.h"
 
 namespace mervane::automation {
 namespace {
@@ -29,7 +29,7 @@ SCODE toErrorCode(const ErrorValue& value) {
 Variant fromWideInteger(const VARIANT& value) {
   OwnedVariant converted;
   const HRESULT result = VariantChangeTypeEx(converted.get(), const_cast<VARIANT*>(&value), LOCALE_INVARIANT, 0, VT_R8);
-  if (FAILED(result)) throw failureOf(result, nullptr, IID_NULL);
+  if (FAILED(result)) throw com::failureOf(result, nullptr, IID_NULL);
   const double number = converted.value().dblVal;
   const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
                     number <= std::numeric_limits<std::int32_t>::max() && (value.vt & VT_TYPEMASK) != VT_CY &&
@@ -138,7 +138,7 @@ Variant copiedThroughVariant(SAFEARRAY* array, VARTYPE type) {
 VARIANT readThrough(const VARIANT& value) {
   OwnedVariant copy;
   const HRESULT result = VariantCopyInd(copy.get(), const_cast<VARIANT*>(&value));
-  if (FAILED(result)) throw failureOf(result, nullptr, IID_NULL);
+  if (FAILED(result)) throw com::failureOf(result, nullptr, IID_NULL);
   VARIANT taken = copy.value();
   VariantInit(copy.get());
   return taken;
@@ -177,7 +177,7 @@ SAFEARRAY* newSafeArray(const Array<T>& source) {
     const ArrayData data(array);
     forEachPosition(source.bounds(), [&](std::size_t rowMajor, std::size_t columnMajor) {
       if constexpr (std::is_same_v<T, std::string>) {
-        data.as<BSTR>()[columnMajor] = newBstr(source.elements()[rowMajor]);
+        data.as<BSTR>()[columnMajor] = com::newBstr(source.elements()[rowMajor]);
       } else if constexpr (std::is_same_v<T, Variant>) {
         toAutomation(source.elements()[rowMajor], data.as<VARIANT>()[columnMajor]);
       } else {
@@ -222,7 +222,7 @@ struct Writer {
     result.date = value.serial;
   }
   void operator()(const std::string& value) const {
-    result.bstrVal = newBstr(value);
+    result.bstrVal = com::newBstr(value);
     result.vt = VT_BSTR;
   }
   void operator()(ErrorValue value) const {
@@ -292,7 +292,7 @@ Variant fromAutomation(const VARIANT& value) {
     case VT_DATE:
       return Date{value.date};
     case VT_BSTR:
-      return fromBstr(value.bstrVal);
+      return com::fromBstr(value.bstrVal);
     case VT_ERROR:
       return fromErrorCode(value.scode);
     case VT_DISPATCH:
@@ -323,7 +323,7 @@ Variant fromSafeArray(SAFEARRAY* array, VARTYPE elementType) {
     case VT_UI1:
       return copiedAsIs<std::uint8_t>(array);
     case VT_BSTR:
-      return copied<BSTR, std::string>(array, [](BSTR element) { return fromBstr(element); });
+      return copied<BSTR, std::string>(array, [](BSTR element) { return com::fromBstr(element); });
     case VT_VARIANT:
       return copied<VARIANT, Variant>(array, [](const VARIANT& element) { return fromAutomation(element); });
     case VT_BOOL:

@@ -13,7 +13,9 @@ HRESULT ClassFactory::QueryInterface(REFIID interfaceId, void** object) {
   return S_OK;
 }
 
-ULONG ClassFactory::AddRef() { return ++references_; }
+ULONG ClassFactory::AddRef() {
+  return ++references_;
+}
 
 ULONG ClassFactory::Release() {
   const ULONG left = --references_;

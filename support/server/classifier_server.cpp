@@ -1,11 +1,14 @@
 #include "support/server/classifier_server.h"
 
+// The codes of connections.
+#include <olectl.h>
+
 #include <new>
 #include <string>
 
 #include "hosts/automation/automation_object.h"
-#include "hosts/automation/text.h"
 #include "hosts/automation/variant_conversion.h"
+#include "platform/com/text.h"
 #include "support/server/composition.h"
 #include "support/server/guarded.h"
 #include "support/server/server_ids.h"
@@ -16,7 +19,9 @@ using Microsoft::WRL::ComPtr;
 namespace mervane::server {
 namespace {
 
-VARIANT_BOOL toPlatform(bool value) { return value ? VARIANT_TRUE : VARIANT_FALSE; }
+VARIANT_BOOL toPlatform(bool value) {
+  return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
 
 sheet::ObjectRef hostObject(IDispatch* dispatch) {
   if (dispatch == nullptr) return nullptr;
@@ -47,9 +52,8 @@ HRESULT ClassifierServer::create(REFIID interfaceId, void** object) {
   if (made == nullptr) return E_OUTOFMEMORY;
   HRESULT result = guarded([&] {
     made->classifier_ = composeClassifier();
-    made->classifier_->addNextEpochSink([made](std::int32_t& epoch, double& rate, std::int32_t& radius) {
-      made->raiseNextEpoch(epoch, rate, radius);
-    });
+    made->classifier_->addNextEpochSink(
+        [made](std::int32_t& epoch, double& rate, std::int32_t& radius) { made->raiseNextEpoch(epoch, rate, radius); });
   });
   if (SUCCEEDED(result)) result = made->QueryInterface(interfaceId, object);
   made->Release();
@@ -75,7 +79,9 @@ HRESULT ClassifierServer::QueryInterface(REFIID interfaceId, void** object) {
   return S_OK;
 }
 
-ULONG ClassifierServer::AddRef() { return ++references_; }
+ULONG ClassifierServer::AddRef() {
+  return ++references_;
+}
 
 ULONG ClassifierServer::Release() {
   const ULONG left = --references_;
@@ -260,25 +266,25 @@ HRESULT ClassifierServer::ScaleValue(double value, double minSrcRangeValue, doub
 }
 
 HRESULT ClassifierServer::ShowMainForm(BSTR* result) {
-  return answer(result, [&] { return automation::newBstr(classifier_->ShowMainForm()); });
+  return answer(result, [&] { return com::newBstr(classifier_->ShowMainForm()); });
 }
 
 HRESULT ClassifierServer::put_CellInputs(BSTR* value) {
   if (value == nullptr) return E_POINTER;
-  return guarded([&] { classifier_->CellInputs(automation::fromBstr(*value)); });
+  return guarded([&] { classifier_->CellInputs(com::fromBstr(*value)); });
 }
 
 HRESULT ClassifierServer::get_CellInputs(BSTR* value) {
-  return answer(value, [&] { return automation::newBstr(classifier_->CellInputs()); });
+  return answer(value, [&] { return com::newBstr(classifier_->CellInputs()); });
 }
 
 HRESULT ClassifierServer::put_CellOutputs(BSTR* value) {
   if (value == nullptr) return E_POINTER;
-  return guarded([&] { classifier_->CellOutputs(automation::fromBstr(*value)); });
+  return guarded([&] { classifier_->CellOutputs(com::fromBstr(*value)); });
 }
 
 HRESULT ClassifierServer::get_CellOutputs(BSTR* value) {
-  return answer(value, [&] { return automation::newBstr(classifier_->CellOutputs()); });
+  return answer(value, [&] { return com::newBstr(classifier_->CellOutputs()); });
 }
 
 HRESULT ClassifierServer::UnloadfrmMain() {

@@ -72,8 +72,12 @@ HRESULT EventPoint::QueryInterface(REFIID interfaceId, void** object) {
   return S_OK;
 }
 
-ULONG EventPoint::AddRef() { return owner_.AddRef(); }
-ULONG EventPoint::Release() { return owner_.Release(); }
+ULONG EventPoint::AddRef() {
+  return owner_.AddRef();
+}
+ULONG EventPoint::Release() {
+  return owner_.Release();
+}
 
 HRESULT EventPoint::GetConnectionInterface(IID* interfaceId) {
   if (interfaceId == nullptr) return E_POINTER;
@@ -100,7 +104,9 @@ HRESULT EventPoint::Advise(IUnknown* sink, DWORD* cookie) {
   return S_OK;
 }
 
-HRESULT EventPoint::Unadvise(DWORD cookie) { return sinks_.erase(cookie) == 1 ? S_OK : CONNECT_E_NOCONNECTION; }
+HRESULT EventPoint::Unadvise(DWORD cookie) {
+  return sinks_.erase(cookie) == 1 ? S_OK : CONNECT_E_NOCONNECTION;
+}
 
 HRESULT EventPoint::EnumConnections(IEnumConnections** connections) {
   if (connections == nullptr) return E_POINTER;

@@ -25,8 +25,14 @@ extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID requested, REFIID interface
   return result;
 }
 
-extern "C" HRESULT WINAPI DllCanUnloadNow() { return ModuleLock::anyAlive() ? S_FALSE : S_OK; }
+extern "C" HRESULT WINAPI DllCanUnloadNow() {
+  return ModuleLock::anyAlive() ? S_FALSE : S_OK;
+}
 
-extern "C" HRESULT WINAPI DllRegisterServer() { return registerClass(classifier); }
+extern "C" HRESULT WINAPI DllRegisterServer() {
+  return registerClass(classifier);
+}
 
-extern "C" HRESULT WINAPI DllUnregisterServer() { return unregisterClass(classifier); }
+extern "C" HRESULT WINAPI DllUnregisterServer() {
+  return unregisterClass(classifier);
+}

@@ -8,8 +8,8 @@
 #include <algorithm>
 
 #include "component/network_engine/network_engine.h"
-#include "hosts/automation/failure_conversion.h"
 #include "mervane/runtime_errors.h"
+#include "platform/com/failure_conversion.h"
 #include "support/server/server_ids.h"
 
 using Microsoft::WRL::ComPtr;
@@ -80,7 +80,7 @@ class ForeignEngine : public NetworkEngine {
 
  private:
   void check(HRESULT result) const {
-    if (FAILED(result)) throw automation::failureOf(result, engine_.Get(), engineInterfaceId);
+    if (FAILED(result)) throw com::failureOf(result, engine_.Get(), engineInterfaceId);
   }
   template <class Call>
   [[nodiscard]] std::int32_t answerOf(Call&& call) const {
@@ -99,7 +99,7 @@ std::shared_ptr<NetworkEngine> createForeignEngine() {
   const HRESULT result = CoCreateInstance(engineClassId, nullptr, CLSCTX_INPROC_SERVER, engineInterfaceId,
                                           reinterpret_cast<void**>(engine.GetAddressOf()));
   if (result == REGDB_E_CLASSNOTREG) return nullptr;
-  if (FAILED(result)) throw automation::failureOf(result, nullptr, engineInterfaceId);
+  if (FAILED(result)) throw com::failureOf(result, nullptr, engineInterfaceId);
   return std::make_shared<ForeignEngine>(std::move(engine));
 }
 

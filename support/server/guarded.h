@@ -7,9 +7,9 @@
 #include <exception>
 #include <new>
 
-#include "hosts/automation/failure_conversion.h"
 #include "mervane/failure.h"
 #include "mervane/runtime_errors.h"
+#include "platform/com/failure_conversion.h"
 
 namespace mervane::server {
 
@@ -21,11 +21,11 @@ HRESULT guarded(REFIID interfaceId, Body&& body) noexcept {
     body();
     return S_OK;
   } catch (const Failure& failure) {
-    return automation::report(failure, interfaceId);
+    return com::report(failure, interfaceId);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (const std::exception& unforeseen) {
-    return automation::report(Failure(static_cast<std::int32_t>(E_UNEXPECTED), unforeseen.what()), interfaceId);
+    return com::report(Failure(static_cast<std::int32_t>(E_UNEXPECTED), unforeseen.what()), interfaceId);
   } catch (...) {
     return E_UNEXPECTED;
   }

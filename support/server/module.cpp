@@ -11,8 +11,12 @@ HINSTANCE handle = nullptr;
 
 }  // namespace
 
-ModuleLock::ModuleLock() { ++alive; }
-ModuleLock::~ModuleLock() { --alive; }
+ModuleLock::ModuleLock() {
+  ++alive;
+}
+ModuleLock::~ModuleLock() {
+  --alive;
+}
 
 void ModuleLock::lock(bool on) {
   if (on) {
@@ -22,9 +26,13 @@ void ModuleLock::lock(bool on) {
   }
 }
 
-bool ModuleLock::anyAlive() { return alive != 0; }
+bool ModuleLock::anyAlive() {
+  return alive != 0;
+}
 
-HINSTANCE moduleHandle() { return handle; }
+HINSTANCE moduleHandle() {
+  return handle;
+}
 
 }  // namespace mervane::server
 

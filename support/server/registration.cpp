@@ -11,6 +11,10 @@
 
 using Microsoft::WRL::ComPtr;
 
+// The cross compiler's headers leave these two out; its import library has them.
+extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
+extern "C" HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale, SYSKIND kind);
+
 namespace mervane::server {
 namespace {
 
@@ -42,13 +46,12 @@ bool write(const ClassesRoot& root, const std::wstring& path, const wchar_t* nam
 bool writeClass(const ClassesRoot& root, const RegisteredClass& entry) {
   const std::wstring id = textOf(entry.id);
   const std::wstring path = L"CLSID\\" + id;
-  bool good = write(root, path, nullptr, entry.description) &&
-              write(root, path + L"\\InprocServer32", nullptr, modulePath()) &&
-              write(root, path + L"\\InprocServer32", L"ThreadingModel", L"Apartment") &&
-              write(root, path + L"\\ProgID", nullptr, entry.name) &&
-              write(root, path + L"\\Programmable", nullptr, L"") &&
-              write(root, std::wstring(entry.name), nullptr, entry.description) &&
-              write(root, std::wstring(entry.name) + L"\\CLSID", nullptr, id);
+  bool good =
+      write(root, path, nullptr, entry.description) && write(root, path + L"\\InprocServer32", nullptr, modulePath()) &&
+      write(root, path + L"\\InprocServer32", L"ThreadingModel", L"Apartment") &&
+      write(root, path + L"\\ProgID", nullptr, entry.name) && write(root, path + L"\\Programmable", nullptr, L"") &&
+      write(root, std::wstring(entry.name), nullptr, entry.description) &&
+      write(root, std::wstring(entry.name) + L"\\CLSID", nullptr, id);
   if (entry.hasTypeLibrary) {
     good = good && write(root, path + L"\\TypeLib", nullptr, textOf(libraryId)) &&
            write(root, path + L"\\VERSION", nullptr, L"1.1");
@@ -73,8 +76,8 @@ void unregisterLibrary() {
 
 bool mayWriteMachine() {
   HKEY key = nullptr;
-  const LSTATUS status =
-      RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
+  const LSTATUS status = RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, nullptr, 0, KEY_WRITE,
+                                         nullptr, &key, nullptr);
   if (status == ERROR_SUCCESS) RegCloseKey(key);
   return status == ERROR_SUCCESS;
 }

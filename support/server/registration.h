@@ -12,8 +12,8 @@ struct RegisteredClass {
   bool hasTypeLibrary;
 };
 
-/// Writes the class, its name, this library's path with apartment threading and, where there is one, the type library with
-/// its interfaces: for the whole machine where the process may, for the present user otherwise.
+/// Writes the class, its name, this library's path with apartment threading and, where there is one, the type library
+/// with its interfaces: for the whole machine where the process may, for the present user otherwise.
 HRESULT registerClass(const RegisteredClass& entry);
 /// Removes what registerClass wrote, in both places; what is not there is no failure.
 HRESULT unregisterClass(const RegisteredClass& entry);

@@ -18,7 +18,9 @@ std::wstring modulePath() {
   }
 }
 
-HRESULT loadTypeLibrary(ITypeLib** library) { return LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, library); }
+HRESULT loadTypeLibrary(ITypeLib** library) {
+  return LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, library);
+}
 
 HRESULT typeInfoOf(REFGUID id, ITypeInfo** info) {
   ComPtr<ITypeLib> library;

@@ -8,7 +8,7 @@
 
 #include "mervane/failure.h"
 
-namespace mervane::automation {
+namespace mervane::com {
 
 /// A failed call of the platform as a Failure: the thread's error information where the object left some (and clears
 /// it), else the platform's own text for the code.
@@ -22,4 +22,4 @@ namespace mervane::automation {
 /// Leaves number, description and source for the caller of the binary interface and answers the code. Never raises.
 HRESULT report(const Failure& failure, REFIID interfaceId) noexcept;
 
-}  // namespace mervane::automation
+}  // namespace mervane::com

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace mervane::automation {
+namespace mervane::com {
 
 /// The platform's text of automation; null reads as the empty text.
 [[nodiscard]] std::string fromBstr(BSTR text);
@@ -19,4 +19,4 @@ namespace mervane::automation {
 [[nodiscard]] std::wstring toWide(std::string_view text);
 [[nodiscard]] std::string fromWide(std::wstring_view text);
 
-}  // namespace mervane::automation
+}  // namespace mervane::com

@@ -1,9 +1,9 @@
-#include "hosts/automation/text.h"
+#include "platform/com/text.h"
 
 #include "mervane/runtime_errors.h"
 #include "mervane/utf16.h"
 
-namespace mervane::automation {
+namespace mervane::com {
 
 std::string fromBstr(BSTR text) {
   if (text == nullptr) return {};
@@ -27,4 +27,4 @@ std::string fromWide(std::wstring_view text) {
   return toUtf8(units);
 }
 
-}  // namespace mervane::automation
+}  // namespace mervane::com

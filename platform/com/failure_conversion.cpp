@@ -1,15 +1,15 @@
-#include "hosts/automation/failure_conversion.h"
+#include "platform/com/failure_conversion.h"
 
 #include <wrl/client.h>
 
 #include <string>
 
-#include "hosts/automation/text.h"
 #include "mervane/runtime_errors.h"
+#include "platform/com/text.h"
 
 using Microsoft::WRL::ComPtr;
 
-namespace mervane::automation {
+namespace mervane::com {
 namespace {
 
 constexpr std::uint32_t runtimeFacility = 0x800A0000U;
@@ -117,4 +117,4 @@ HRESULT report(const Failure& failure, REFIID interfaceId) noexcept {
   return resultOf(failure);
 }
 
-}  // namespace mervane::automation
+}  // namespace mervane::com
