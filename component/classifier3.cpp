@@ -14,6 +14,8 @@
 
 namespace mervane {
 
+namespace key = component::key;
+
 namespace {
 
 /// Where the failure dialog offers to send its report. Deployment decides; empty offers nothing.

@@ -1,7 +1,7 @@
 #pragma once
 
 /// The names of the component's procedures on the call stack and as sources of its failures.
-namespace mervane::key {
+namespace mervane::component::key {
 
 inline constexpr const char* Class_Initialize = "MervaneClass3.Classifier3.Class_Initialize";
 inline constexpr const char* Run = "MervaneClass3.Classifier3.Run";
@@ -12,4 +12,4 @@ inline constexpr const char* ShowMainForm = "MervaneClass3.Classifier3.ShowMainF
 inline constexpr const char* Classify = "MervaneClass3.Classifier3.Classify";
 inline constexpr const char* StoreResultsToExcel = "MervaneClass3.Classifier3.StoreResultsToExcel";
 
-}  // namespace mervane::key
+}  // namespace mervane::component::key

@@ -10,6 +10,8 @@
 
 namespace mervane {
 
+namespace key = component::key;
+
 void Classifier3::StoreResults() {
   traced(key::StoreResults, [&](Steps& step) {
     // What a failing statement would have read keeps its last value when the statement is ignored.
@@ -32,14 +34,14 @@ void Classifier3::StoreResults() {
       // 1.
       step([&] { columns = GetColumnsCount(); });
       // 2.
-      step([&] { GetSampleVector(row, columns, sample); });
+      step([&] { sample = GetSampleVector(row, columns); });
       // 3. NB: the factor goes nowhere outside convex mode.
       step([&] {
         if (const auto refused = std::exchange(refusal, std::nullopt)) throw Failure(*refused);
         SetNetworkInputs(sample, 1.0);
       });
       // 4.
-      sample.clear();
+      sample = {};
       // 5.
       step([&] { network().Propagate(); });
       // 6.

@@ -71,10 +71,10 @@ void SampleCache::drop() noexcept {
   std::vector<double>().swap(owned_);
 }
 
-void readSample(const AnyArray& inputs, std::int32_t row, std::int32_t columns, std::span<const double> minimums,
-                std::span<const double> maximums, bool scaled, std::vector<double>& sample) {
-  sample.assign(static_cast<std::size_t>(columns), 0.0);
-  if (columns == 0) return;
+std::vector<double> readSample(const AnyArray& inputs, std::int32_t row, std::int32_t columns,
+                               std::span<const double> minimums, std::span<const double> maximums, bool scaled) {
+  std::vector<double> sample(static_cast<std::size_t>(columns));
+  if (columns == 0) return sample;
   const std::int64_t firstColumn = inputs.lowerBound(2);
   std::visit(
       [&](const auto& array) {
@@ -85,6 +85,7 @@ void readSample(const AnyArray& inputs, std::int32_t row, std::int32_t columns, 
         }
       },
       inputs.storage());
+  return sample;
 }
 
 }  // namespace mervane

@@ -40,7 +40,8 @@ class SampleCache {
 
 /// One row of a two-dimensional array as a sample, taken element by element; raises what an element raises.
 /// @param row an index within the array's own bounds, otherwise raises subscriptOutOfRange.
-void readSample(const AnyArray& inputs, std::int32_t row, std::int32_t columns, std::span<const double> minimums,
-                std::span<const double> maximums, bool scaled, std::vector<double>& sample);
+[[nodiscard]] std::vector<double> readSample(const AnyArray& inputs, std::int32_t row, std::int32_t columns,
+                                             std::span<const double> minimums, std::span<const double> maximums,
+                                             bool scaled);
 
 }  // namespace mervane

@@ -23,7 +23,6 @@ void Classifier3::TrainEpoch(std::int32_t epoch) {
   const std::int64_t first = inputs.lowerBound(1);
   const std::int64_t last = inputs.upperBound(1);
 
-  std::vector<double> sample;
   for (std::int64_t at = first + learnInBlocks(epoch); at <= last; ++at) {
     const auto row = static_cast<std::int32_t>(at);
     // 1.
@@ -34,11 +33,11 @@ void Classifier3::TrainEpoch(std::int32_t epoch) {
     // 3.
     const std::int32_t columns = GetColumnsCount();
     // 4.
-    GetSampleVector(row, columns, sample);
+    std::vector<double> sample = GetSampleVector(row, columns);
     // 5.
     SetNetworkInputs(sample, convexFactor);
     // 6.
-    sample.clear();
+    sample = {};
     // 7.
     network().Propagate();
     // 8.
@@ -50,8 +49,8 @@ std::int32_t Classifier3::GetSampleIndex(std::int32_t row) const {
   return wrapping32::subtract(row, inputArray().lowerBound(1));
 }
 
-void Classifier3::GetSampleVector(std::int32_t row, std::int32_t columns, std::vector<double>& sample) const {
-  readSample(inputArray(), row, columns, MinValues_.elements(), MaxValues_.elements(), AutoScaleInputs_, sample);
+std::vector<double> Classifier3::GetSampleVector(std::int32_t row, std::int32_t columns) const {
+  return readSample(inputArray(), row, columns, MinValues_.elements(), MaxValues_.elements(), AutoScaleInputs_);
 }
 
 void Classifier3::SetNetworkInputs(const std::vector<double>& sample, double convexFactor) {

@@ -14,6 +14,8 @@
 /// One run: the network is created, trained over a fixed number of epochs, and read.
 namespace mervane {
 
+namespace key = component::key;
+
 void Classifier3::Run() {
   const auto self = shared_from_this();  // A sink may drop the last reference of the client's.
   traced(key::Run, [&](Steps& step) {

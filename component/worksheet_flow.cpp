@@ -13,6 +13,8 @@
 /// From the dialog's answer to results on the worksheet.
 namespace mervane {
 
+namespace key = component::key;
+
 namespace {
 
 double asDouble(const std::string& text) {

@@ -144,7 +144,7 @@ class Classifier3 : public std::enable_shared_from_this<Classifier3> {
   void raiseNextEpoch(std::int32_t& epoch, double rate, std::int32_t radius);
   void TrainEpoch(std::int32_t epoch);
   std::int32_t GetSampleIndex(std::int32_t row) const;
-  void GetSampleVector(std::int32_t row, std::int32_t columns, std::vector<double>& sample) const;
+  std::vector<double> GetSampleVector(std::int32_t row, std::int32_t columns) const;
   void SetNetworkInputs(const std::vector<double>& sample, double convexFactor);
   void StoreResults();
 
