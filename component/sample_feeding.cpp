@@ -93,10 +93,9 @@ std::int64_t Classifier3::learnInBlocks(std::int32_t epoch) {
   std::array<double, blockLength> factors;
   for (std::int64_t first = 0; first < rows;) {
     const std::int64_t count = std::min(rows - first, blockLength);
-    for (std::int64_t i = 0; i < count; ++i) {
-      factors[static_cast<std::size_t>(i)] = schedule.factor(static_cast<std::int32_t>(first + i));
-    }
-    blocks->learnConvex(samples_->block(first, count), std::span(factors).first(static_cast<std::size_t>(count)));
+    const auto block = std::span(factors).first(static_cast<std::size_t>(count));
+    schedule.fill(block, static_cast<std::int32_t>(first));
+    blocks->learnConvex(samples_->block(first, count), block);
     first += count;
   }
   return rows;
