@@ -3,6 +3,7 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <unordered_map>
 #include <unordered_set>
@@ -27,7 +28,16 @@ using ArchivePointer = std::unique_ptr<zip_t, ArchiveCloser>;
 ArchivePointer openBytes(const std::string& bytes, int flags, zip_source_t** kept) {
   zip_error_t error;
   zip_error_init(&error);
-  zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
+  zip_source_t* source = nullptr;
+  if (kept == nullptr) {
+    source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
+  } else if (void* copy = std::malloc(bytes.size())) {  // NOLINT(cppcoreguidelines-no-malloc): the library frees it
+    // A source that is written to must own its bytes: where it keeps their beginning, the library frees them even if
+    // it was told that they are not its own.
+    std::memcpy(copy, bytes.data(), bytes.size());
+    source = zip_source_buffer_create(copy, bytes.size(), 1, &error);
+    if (source == nullptr) std::free(copy);  // NOLINT(cppcoreguidelines-no-malloc)
+  }
   zip_t* archive = source != nullptr ? zip_open_from_source(source, flags, &error) : nullptr;
   if (archive == nullptr) {
     if (source != nullptr) zip_source_free(source);

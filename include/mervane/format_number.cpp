@@ -1,4 +1,3 @@
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <string>
@@ -25,11 +24,11 @@ std::string pointed(const std::string& digits, std::size_t whole, const Locale& 
 std::string generalForm(double value, int significant, const Locale& locale) {
   if (!std::isfinite(value)) return notFinite(value);
   if (value == 0.0) return "0";
-  std::array<char, 64> buffer{};
-  char* const begin = buffer.data();
+  char buffer[64];
   char* const end =
-      std::to_chars(begin, begin + buffer.size(), std::fabs(value), std::chars_format::scientific, significant - 1).ptr;
-  const std::string text(begin, end);
+      std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific, significant - 1)
+          .ptr;
+  const std::string text(buffer, end);
   const std::size_t mark = text.find('e');
   std::string digits = text.substr(0, 1) + text.substr(2, mark - 2);
   digits.erase(digits.find_last_not_of('0') + 1);
@@ -59,8 +58,8 @@ std::string formatSingle(float value, const Locale& locale) {
 }
 
 std::string formatExact(double value) {
-  std::array<char, 64> buffer{};
-  return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+  char buffer[64];
+  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
 }  // namespace mervane

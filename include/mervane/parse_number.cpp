@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -58,8 +56,9 @@ class NumberReader {
   }
 
   bool takeBlank() {
-    constexpr std::string_view blanks[] = {" ", "\t", "\r", "\n", "\v", "\f", "\u00A0", "\u202F"};
-    return std::ranges::any_of(blanks, [&](std::string_view blank) { return take(blank); });
+    for (const char* blank : {" ", "\t", "\r", "\n", "\v", "\f", "\u00A0", "\u202F"})
+      if (take(blank)) return true;
+    return false;
   }
 
   bool takeSign() {
@@ -73,10 +72,11 @@ class NumberReader {
 
   /// A group separator counts only between two digits; anything else may be a blank behind the number.
   bool takeGroupSeparator() {
-    return std::ranges::any_of(locale_.groupSeparators, [&](const std::string& separator) {
+    for (const std::string& separator : locale_.groupSeparators) {
       const bool digitBehind = rest_.size() > separator.size() && isDigit(rest_[separator.size()]);
-      return digitBehind && take(separator);
-    });
+      if (digitBehind && take(separator)) return true;
+    }
+    return false;
   }
 
   void takeDigit(Decimal& number) {
@@ -145,10 +145,9 @@ class NumberReader {
     const std::int64_t power = static_cast<std::int64_t>(number.digits.size()) - 1 + number.exponent;
     if (power > highest) raise(runtime::overflow);
     if (power < lowest) return 0.0;
-    std::array<char, 24> exponent{'e'};
-    char* const power10 = exponent.data() + 1;
-    char* const end = std::to_chars(power10, exponent.data() + exponent.size(), number.exponent).ptr;
-    number.digits.append(exponent.data(), end);
+    char exponent[24] = {'e'};
+    char* const end = std::to_chars(exponent + 1, exponent + sizeof exponent, number.exponent).ptr;
+    number.digits.append(exponent, end);
     double value = 0.0;
     const char* const first = number.digits.data();
     const std::from_chars_result result = std::from_chars(first, first + number.digits.size(), value);

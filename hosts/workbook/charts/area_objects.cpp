@@ -106,8 +106,11 @@ Variant PlotAreaObject::answer(const Call& call) {
 Variant LegendObject::position(const Call& call) {
   Legend& legend = chart().legend;
   Variant result = call.property(legend.position, isLegendPosition);
-  // A place that was set by hand is given up for the named one.
-  if (call.isPut()) legend.frame = {};
+  // A place that was set by hand is given up for the named one; a size stays.
+  if (call.isPut()) {
+    legend.frame.left.reset();
+    legend.frame.top.reset();
+  }
   return result;
 }
 

@@ -58,9 +58,11 @@ void ChartBook::move(std::int32_t sheet, DrawingItem& item, const Box& box) {
 }
 
 Drawing& ChartBook::drawing(std::int32_t sheet) {
-  std::unique_ptr<Drawing>& slot = drawings_[sheet];
-  if (!slot) slot = std::make_unique<Drawing>(host(), sheet);
-  return *slot;
+  const auto known = drawings_.find(sheet);
+  if (known != drawings_.end()) return *known->second;
+  // A damaged drawing raises here and leaves no entry.
+  auto drawing = std::make_unique<Drawing>(host(), sheet);
+  return *drawings_.emplace(sheet, std::move(drawing)).first->second;
 }
 
 Box ChartBook::boxOf(const Chart& chart) {

@@ -38,9 +38,12 @@ bool isObjectName(std::string_view local) {
          local == "contentPart" || local == "AlternateContent";
 }
 
-/// The name in the first child, nvSpPr, nvPicPr or the like.
+/// The name in nvSpPr, nvPicPr or the like.
 std::string shapeName(const pugi::xml_node& node) {
-  return attribute(child(node.first_child(), "cNvPr"), "name");
+  for (const pugi::xml_node properties : node.children()) {
+    if (localName(properties.name()).starts_with("nv")) return attribute(child(properties, "cNvPr"), "name");
+  }
+  return {};
 }
 
 /// Highest id of the shapes below, groups and alternatives included.

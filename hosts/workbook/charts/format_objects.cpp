@@ -157,9 +157,10 @@ Variant FontObject::answer(const Call& call) {
     case member::Strikethrough:
       return call.property(font_->strikethrough);
     case member::OutlineFont:
-      return call.property(font_->outline);
     case member::Shadow:
-      return call.property(font_->shadow);
+      // The texts of a chart part cannot be drawn so.
+      if (call.isPut() && call.assigned<bool>()) refuse("A chart's text has no outline and no shadow.");
+      return call.isPut() ? Variant() : Variant(false);
     case member::Underline:
       return call.property(font_->underline, isUnderline);
     case member::ColorIndex:

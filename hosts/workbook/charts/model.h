@@ -87,8 +87,6 @@ struct Font {
   bool strikethrough = false;
   bool superscript = false;
   bool subscript = false;
-  bool outline = false;
-  bool shadow = false;
   std::int32_t underline = number::none;
   std::int32_t colorIndex = number::automatic;
   std::int32_t background = number::automatic;

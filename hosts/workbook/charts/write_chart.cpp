@@ -4,6 +4,7 @@
 #include <pugixml.hpp>
 
 #include "hosts/workbook/charts/namespaces.h"
+#include "hosts/workbook/charts/write_data.h"
 #include "hosts/workbook/charts/write_format.h"
 #include "hosts/workbook/charts/write_series.h"
 #include "hosts/workbook/charts/xml_text.h"
@@ -70,14 +71,14 @@ const char* crossesOf(std::int32_t crosses) {
 /// What both kinds of axis begin with, up to `c:crosses`.
 /// @param other the axis that crosses this one; where it does is told there
 void axisStart(pugi::xml_node node, const Axis& axis, const Axis& other, std::int32_t id, std::int32_t otherId,
-               const char* position) {
+               const char* position, const std::string& numberFormat) {
   appendValue(node, "c:axId", id);
   scaling(node, axis);
   appendFlag(node, "c:delete", false);
   appendValue(node, "c:axPos", position);
   gridlines(node, axis);
   pugi::xml_node format = node.append_child("c:numFmt");
-  format.append_attribute("formatCode") = "General";
+  format.append_attribute("formatCode") = printable(numberFormat).c_str();
   format.append_attribute("sourceLinked") = "1";
   appendValue(node, "c:majorTickMark", "out");
   appendValue(node, "c:minorTickMark", "none");
@@ -93,7 +94,7 @@ void axisStart(pugi::xml_node node, const Axis& axis, const Axis& other, std::in
 void catAx(pugi::xml_node parent, const Chart& chart, bool lying) {
   const Axis& axis = chart.category;
   pugi::xml_node node = parent.append_child("c:catAx");
-  axisStart(node, axis, chart.value, categoryAxisId, valueAxisId, lying ? "l" : "b");
+  axisStart(node, axis, chart.value, categoryAxisId, valueAxisId, lying ? "l" : "b", "General");
   appendFlag(node, "c:auto", true);
   appendValue(node, "c:lblAlgn", "ctr");
   appendValue(node, "c:lblOffset", "100");
@@ -114,9 +115,10 @@ void dispUnits(pugi::xml_node parent, std::int32_t unit) {
 }
 
 /// `c:valAx`
-void valAx(pugi::xml_node parent, const Chart& chart, bool lying) {
+void valAx(pugi::xml_node parent, ChartHost& host, const Chart& chart, bool lying) {
   pugi::xml_node node = parent.append_child("c:valAx");
-  axisStart(node, chart.value, chart.category, valueAxisId, categoryAxisId, lying ? "b" : "l");
+  axisStart(node, chart.value, chart.category, valueAxisId, categoryAxisId, lying ? "b" : "l",
+            valueFormat(host, chart));
   appendValue(node, "c:crossBetween", chart.category.betweenCategories ? "between" : "midCat");
   dispUnits(node, chart.value.displayUnit);
 }
@@ -162,7 +164,7 @@ void plotArea(pugi::xml_node parent, ChartHost& host, const Chart& chart) {
     barChart(node, host, chart, lying);
   }
   catAx(node, chart, lying);
-  valAx(node, chart, lying);
+  valAx(node, host, chart, lying);
   spPr(node, chart.plotArea.interior, chart.plotArea.border, false, black);
 }
 
@@ -207,7 +209,8 @@ void chartElement(pugi::xml_node parent, ChartHost& host, const Chart& chart, Si
   plotArea(node, host, chart);
   legend(node, chart, size);
   appendFlag(node, "c:plotVisOnly", true);
-  appendValue(node, "c:dispBlanksAs", "gap");
+  // An error such as #N/A is no blank: a line goes on across it. Some applications draw a zero unless told so.
+  appendValue(node, "c:dispBlanksAs", chart.isLine() && holdsErrors(host, chart) ? "span" : "gap");
 }
 
 /// `c:printSettings`, as the application writes them.

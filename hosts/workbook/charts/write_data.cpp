@@ -140,4 +140,20 @@ void val(pugi::xml_node parent, ChartHost& host, const Series& series) {
   }
 }
 
+std::string valueFormat(ChartHost& host, const Chart& chart) {
+  if (chart.series.empty() || !chart.series.front()->values.area) return "General";
+  const SheetArea& values = *chart.series.front()->values.area;
+  return host.cellNumberFormat(values.sheet, {values.area.firstRow, values.area.firstColumn});
+}
+
+bool holdsErrors(ChartHost& host, const Chart& chart) {
+  return std::any_of(chart.series.begin(), chart.series.end(), [&](const std::shared_ptr<Series>& series) {
+    if (!series->values.area) return false;
+    const std::vector<CellAddress> cells = cellsOf(series->values.area->area);
+    return std::any_of(cells.begin(), cells.end(), [&](CellAddress cell) {
+      return host.cellValue(series->values.area->sheet, cell).kind() == Variant::Kind::error;
+    });
+  });
+}
+
 }  // namespace mervane::workbook::charts
