@@ -200,6 +200,7 @@ void Classifier3::StopLearning() noexcept {
   StopRequested_ = true;
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): a published member of the object.
 double Classifier3::ScaleValue(double value, double minSrcRangeValue, double maxSrcRangeValue, double minDestRangeValue,
                                double maxDestRangeValue) const noexcept {
   return scaleValue(value, minSrcRangeValue, maxSrcRangeValue, minDestRangeValue, maxDestRangeValue);

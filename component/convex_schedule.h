@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "component/wrapping_arithmetic.h"
 
@@ -18,6 +20,13 @@ class ConvexSchedule {
   [[nodiscard]] double factor(std::int32_t position) const noexcept {
     // NB: the numerator wraps in 32 bits.
     return static_cast<double>(wrapping32::add(samplesBefore_, position)) / denominator_;
+  }
+  /// The factors of samples that follow each other.
+  void fill(std::span<double> factors, std::int32_t firstPosition) const noexcept {
+    const std::int32_t first = wrapping32::add(samplesBefore_, firstPosition);
+    for (std::size_t i = 0; i < factors.size(); ++i) {
+      factors[i] = static_cast<double>(wrapping32::add(first, static_cast<std::int32_t>(i))) / denominator_;
+    }
   }
 
  private:

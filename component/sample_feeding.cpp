@@ -90,13 +90,12 @@ std::int64_t Classifier3::learnInBlocks(std::int32_t epoch) {
   }
 
   const ConvexSchedule schedule(epoch, GetSamplesCount(), EpochCount_);
-  std::array<double, blockLength> factors;
+  std::array<double, blockLength> factors;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled before use.
   for (std::int64_t first = 0; first < rows;) {
     const std::int64_t count = std::min(rows - first, blockLength);
-    for (std::int64_t i = 0; i < count; ++i) {
-      factors[static_cast<std::size_t>(i)] = schedule.factor(static_cast<std::int32_t>(first + i));
-    }
-    blocks->learnConvex(samples_->block(first, count), std::span(factors).first(static_cast<std::size_t>(count)));
+    const auto block = std::span(factors).first(static_cast<std::size_t>(count));
+    schedule.fill(block, static_cast<std::int32_t>(first));
+    blocks->learnConvex(samples_->block(first, count), block);
     first += count;
   }
   return rows;
@@ -112,7 +111,7 @@ std::int64_t Classifier3::classifyInBlocks(std::int64_t firstRow, std::int32_t& 
   if (blocks == nullptr || OutputData_.bounds() != std::vector{inputArray().bounds().front()}) return 0;
 
   constexpr std::int32_t unread = std::numeric_limits<std::int32_t>::min();
-  std::array<std::int32_t, blockLength> winners;
+  std::array<std::int32_t, blockLength> winners;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled before use.
   const std::int64_t start = firstRow - inputArray().lowerBound(1);
   std::int64_t position = start;
   while (position < samples_->rows() && !refusal) {

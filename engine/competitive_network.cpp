@@ -18,8 +18,6 @@ namespace {
 
 constexpr const char* source = "MervaneEngine.CompetitiveNetwork";
 
-/// Larger values could overflow when a distance is squared and summed.
-constexpr double largestValue = 1e140;
 /// 16 Mi weights are 128 MiB; a network needs a few times that.
 constexpr std::int64_t mostWeights = std::int64_t{1} << 24;
 /// Samples that are checked and learned at a time, so that they are still in the cache when they are learned.
@@ -29,22 +27,16 @@ constexpr std::size_t samplesAtATime = 512;
   throw Failure(runtime::invalidProcedureCall.number, text, source);
 }
 
-bool usable(double value) {
-  return std::abs(value) <= largestValue;
+bool notNumber(double value) {
+  return std::isnan(value);
 }
 
-/// Index of the first value that is not usable, or the number of values.
-std::size_t firstUnusable(std::span<const double> values) {
-  // OPTIMIZATION: the common case has no early exit, so that it runs in vectors.
-  bool good = true;
-  for (const double value : values) good &= usable(value);
-  if (good) return values.size();
-  return static_cast<std::size_t>(
-      std::find_if(values.begin(), values.end(), [](double value) { return !usable(value); }) - values.begin());
+bool usable(double value) {
+  return std::abs(value) < engine::valueLimit;
 }
 
 void requireFactor(double factor) {
-  if (std::isnan(factor)) refuse("The convex factor is not a number. Pass a number, usually from 0 to 1.");
+  if (notNumber(factor)) refuse("The convex factor is not a number. Pass a number, usually from 0 to 1.");
 }
 
 void requireFirstLayer(std::int32_t layer) {
@@ -70,7 +62,7 @@ void CompetitiveNetwork::Create(std::int32_t layerCount, std::int32_t inputCount
   if (neuronCounts.size() != 1)
     refuse("One unit count is needed for the one layer, not " + std::to_string(neuronCounts.size()) + ".");
   requireSize(inputCount, neuronCounts[0]);
-  if (!usable(initialWeights)) refuse("The initial weight must be a finite number of at most 1e140 in size.");
+  if (!usable(initialWeights)) refuse("The initial weight must be a finite number below 1e72 in size.");
   try {
     const engine::Kernel& kernel = kernel_ != nullptr ? *kernel_ : engine::chooseKernel(neuronCounts[0], inputCount);
     engine::LearningRule rule(neuronCounts[0], inputCount, initialWeights, kernel);
@@ -133,7 +125,7 @@ std::int32_t CompetitiveNetwork::SetWeight(double value, std::int32_t layer, std
     refuse("There is no weight (" + std::to_string(first) + ", " + std::to_string(second) + "); the grid has " +
            std::to_string(rule_.units()) + " units with " + std::to_string(rule_.inputs()) +
            " inputs, counted from 0.");
-  if (!usable(value)) refuse("A weight must be a finite number of at most 1e140 in size.");
+  if (!usable(value)) refuse("A weight must be a finite number below 1e72 in size.");
   rule_.setWeight(first, second, value);
   return 0;
 }
@@ -201,7 +193,7 @@ void CompetitiveNetwork::classify(std::span<const double> samples, std::span<std
   requireNetwork("classify");
   requireLength(samples.size(), winners.size());
   const auto inputs = static_cast<std::size_t>(rule_.inputs());
-  const std::size_t bad = firstUnusable(samples);
+  const std::size_t bad = countUsable(samples);
   const std::size_t good = bad / inputs;
   if (good > 0) {
     if (learned_) rule_.finish();
@@ -256,10 +248,16 @@ void CompetitiveNetwork::requireLength(std::size_t values, std::size_t samples) 
            std::to_string(samples * inputs) + " values, but " + std::to_string(values) + " were given.");
 }
 
+/// How many values come before the first that cannot be used.
+std::size_t CompetitiveNetwork::countUsable(std::span<const double> values) const {
+  if (rule_.kernel().usable(values.data(), values.size())) return values.size();
+  return static_cast<std::size_t>(std::ranges::find_if_not(values, usable) - values.begin());
+}
+
 void CompetitiveNetwork::requireSample(std::span<const double> sample) const {
-  const std::size_t bad = firstUnusable(sample);
+  const std::size_t bad = countUsable(sample);
   if (bad == sample.size()) return;
-  const char* trouble = std::isfinite(sample[bad]) ? " is larger than 1e140. Scale the data."
+  const char* trouble = std::isfinite(sample[bad]) ? " is larger than 1e72 in size. Scale the data."
                                                    : " is not a finite number. Mend or leave out the row.";
   refuse("Value " + std::to_string(bad + 1) + " of the sample" + trouble);
 }
@@ -280,14 +278,18 @@ void CompetitiveNetwork::learnBlock(std::span<const double> samples, std::size_t
   while (count > 0) {
     const std::size_t wanted = std::min(count, samplesAtATime);
     const std::span<const double> block = samples.first(wanted * inputs);
-    std::size_t good = firstUnusable(block) / inputs;
+    std::size_t good = countUsable(block) / inputs;
+    bool contracting = false;
     if (!factors.empty()) {
       const std::span<const double> given = factors.first(wanted);
-      const auto bad = std::find_if(given.begin(), given.end(), [](double factor) { return std::isnan(factor); });
-      good = std::min(good, static_cast<std::size_t>(bad - given.begin()));
-      for (std::size_t i = 0; i < good; ++i) effective[i] = engine::effectiveFactor(given[i]);
+      const engine::FactorKinds kinds = rule_.kernel().takeFactors(given.data(), wanted, effective.data());
+      contracting = kinds.contracting;
+      if (kinds.notNumbers) {
+        good = std::min(good, static_cast<std::size_t>(std::ranges::find_if(given, notNumber) - given.begin()));
+        contracting = std::ranges::any_of(std::span(effective).first(good), [](double one) { return one < 1.0; });
+      }
     }
-    rule_.learn(block.first(good * inputs), good, std::span(effective).first(factors.empty() ? 0 : good));
+    rule_.learn(block.first(good * inputs), good, std::span(effective).first(contracting ? good : 0));
     learned_ = learned_ || good > 0;
     if (good > 0) stage_ = Stage::none;
     if (good < wanted) {

@@ -18,10 +18,9 @@ namespace mervane {
 /// - Weight grid: the first index is the unit, the second the input.
 /// - Start weights: units that `SetWeight` sets apart keep their places. Where all are alike, as after
 ///   `InitConvexWeights`, the first epoch looks at the data and lays them out along its longest axis.
-/// - Rate: from 0 to 1; a larger one counts as 1, a negative one as 0. Radius: in unit indexes, a negative one counts
-/// as 0.
+/// - Rate: from 0 to 1; a larger one counts as 1, a negative one as 0. Radius: in unit indexes, a negative one as 0.
 /// - Convex factor: above 1 it counts as 1, below 0 as 0. `layer` arguments must be 0.
-/// - Values of samples and weights: finite and at most 1e140 in size, so that no squared distance overflows.
+/// - Values of samples and weights: finite and below `engine::valueLimit` in size, so that nothing overflows.
 /// - Ties between units go to the lowest index.
 /// - Activation function: it shapes `response`, by the squared distance d of a unit from the sample. 0 gives -d,
 ///   1 ("zero threshold") 1 - d where that is positive and else 0, 2 gives 1 - tanh(d), 3 exp(-d / 2), 4 exp(-d), and
@@ -67,6 +66,7 @@ class CompetitiveNetwork final : public NetworkEngine, public SampleBlocks {
 
   void requireNetwork(const char* operation) const;
   void requireLength(std::size_t values, std::size_t samples) const;
+  [[nodiscard]] std::size_t countUsable(std::span<const double> values) const;
   void requireSample(std::span<const double> sample) const;
   void present(std::span<const double> sample, double factor);
   void learnBlock(std::span<const double> samples, std::size_t count, std::span<const double> factors);

@@ -19,7 +19,8 @@ inline void combineConvex(std::span<const double> sample, double factor, double 
 /// The factor as the network takes it: above 1 it counts as 1, below 0 as 0.
 /// @param factor not a not-a-number.
 [[nodiscard]] inline double effectiveFactor(double factor) {
-  return factor > 1.0 ? 1.0 : (factor < 0.0 ? 0.0 : factor);
+  const double atMostOne = factor < 1.0 ? factor : 1.0;
+  return atMostOne > 0.0 ? atMostOne : 0.0;
 }
 
 }  // namespace mervane::engine

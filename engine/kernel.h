@@ -43,6 +43,15 @@ struct Samples {
   std::size_t count;
 };
 
+/// What a block of convex factors holds.
+struct FactorKinds {
+  bool contracting;  ///< Some are below 1.
+  bool notNumbers;   ///< Some are not a number.
+};
+
+/// Values have to stay below this in size, about 1.8e72: the search for the main axis needs their fourth powers.
+inline constexpr double valueLimit = 0x1p240;
+
 /// One implementation for one kind of processor. All of them give the same bits: the squared distance of a unit is
 /// summed in the order of the inputs, products and sums are rounded apart, and the winner is the lowest index
 /// among the nearest units.
@@ -55,6 +64,10 @@ struct Kernel {
   /// Finds the winner of each sample, which is taken as it is, and its squared distance.
   void (*search)(const LaneWeights& weights, const double* samples, std::size_t count, std::int32_t* winners,
                  double* distance, double* scratch);
+  /// True where all values are finite and below `valueLimit` in size.
+  bool (*usable)(const double* values, std::size_t count);
+  /// Writes each factor as the network takes it: above 1 it counts as 1, below 0 as 0.
+  FactorKinds (*takeFactors)(const double* given, std::size_t count, double* effective);
 };
 
 }  // namespace mervane::engine

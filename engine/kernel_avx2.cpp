@@ -20,6 +20,7 @@ struct Avx2 {
   static Vector subtract(Vector a, Vector b) { return _mm256_sub_pd(a, b); }
   static Vector multiply(Vector a, Vector b) { return _mm256_mul_pd(a, b); }
   static Vector minimum(Vector a, Vector b) { return _mm256_min_pd(a, b); }
+  static Vector maximum(Vector a, Vector b) { return _mm256_max_pd(a, b); }
   static Vector minimumOfAll(Vector value) {
     const Vector pairs = _mm256_min_pd(value, _mm256_permute_pd(value, 0b0101));
     return _mm256_min_pd(pairs, _mm256_permute2f128_pd(pairs, pairs, 1));
@@ -32,6 +33,6 @@ struct Avx2 {
 
 }  // namespace
 
-const Kernel avx2Kernel{"AVX2", Avx2::count, gather<Avx2>, search<Avx2>};
+const Kernel avx2Kernel = kernelOf<Avx2>("AVX2");
 
 }  // namespace mervane::engine

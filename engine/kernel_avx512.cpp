@@ -20,6 +20,7 @@ struct Avx512 {
   static Vector subtract(Vector a, Vector b) { return _mm512_sub_pd(a, b); }
   static Vector multiply(Vector a, Vector b) { return _mm512_mul_pd(a, b); }
   static Vector minimum(Vector a, Vector b) { return _mm512_min_pd(a, b); }
+  static Vector maximum(Vector a, Vector b) { return _mm512_max_pd(a, b); }
   static Vector minimumOfAll(Vector value) { return _mm512_set1_pd(_mm512_reduce_min_pd(value)); }
   static std::uint32_t equal(Vector a, Vector b) { return _mm512_cmp_pd_mask(a, b, _CMP_EQ_OQ); }
   static double first(Vector value) { return _mm512_cvtsd_f64(value); }
@@ -27,6 +28,6 @@ struct Avx512 {
 
 }  // namespace
 
-const Kernel avx512Kernel{"AVX-512", Avx512::count, gather<Avx512>, search<Avx512>};
+const Kernel avx512Kernel = kernelOf<Avx512>("AVX-512");
 
 }  // namespace mervane::engine

@@ -162,5 +162,59 @@ void search(const LaneWeights& weights, const double* samples, std::size_t count
   }
 }
 
+template <class Lanes>
+bool usable(const double* values, std::size_t count) {
+  // Scaled by this, what is not below the limit becomes infinite, and infinity less itself is not a number.
+  constexpr double overflowing = 0x1p784;
+  constexpr auto lanes = static_cast<std::size_t>(Lanes::count);
+  constexpr std::size_t together = 4;
+  const typename Lanes::Vector scale = Lanes::spread(&overflowing);
+  typename Lanes::Vector sum[together] = {Lanes::zero(), Lanes::zero(), Lanes::zero(), Lanes::zero()};
+  std::size_t i = 0;
+  for (; i + together * lanes <= count; i += together * lanes) {
+    for (std::size_t k = 0; k < together; ++k) {
+      const typename Lanes::Vector scaled = Lanes::multiply(Lanes::load(values + i + k * lanes), scale);
+      sum[k] = Lanes::add(sum[k], Lanes::subtract(scaled, scaled));
+    }
+  }
+  const typename Lanes::Vector all = Lanes::add(Lanes::add(sum[0], sum[1]), Lanes::add(sum[2], sum[3]));
+  if (Lanes::equal(all, all) != (1U << lanes) - 1) return false;
+  for (; i < count; ++i) {
+    if (!(values[i] < valueLimit && values[i] > -valueLimit)) return false;
+  }
+  return true;
+}
+
+template <class Lanes>
+FactorKinds takeFactors(const double* given, std::size_t count, double* effective) {
+  constexpr double whole = 1.0;
+  constexpr auto lanes = static_cast<std::size_t>(Lanes::count);
+  constexpr std::uint32_t everyLane = (1U << lanes) - 1;
+  const typename Lanes::Vector one = Lanes::spread(&whole);
+  std::uint32_t numbers = everyLane;
+  std::uint32_t ones = everyLane;
+  std::size_t i = 0;
+  for (; i + lanes <= count; i += lanes) {
+    const typename Lanes::Vector factor = Lanes::load(given + i);
+    const typename Lanes::Vector taken = Lanes::maximum(Lanes::minimum(factor, one), Lanes::zero());
+    Lanes::store(effective + i, taken);
+    numbers &= Lanes::equal(factor, factor);
+    ones &= Lanes::equal(taken, one);
+  }
+  FactorKinds kinds{ones != everyLane, numbers != everyLane};
+  for (; i < count; ++i) {
+    const double atMostOne = given[i] < 1.0 ? given[i] : 1.0;
+    effective[i] = atMostOne > 0.0 ? atMostOne : 0.0;
+    kinds.contracting |= effective[i] < 1.0;
+    kinds.notNumbers |= given[i] != given[i];
+  }
+  return kinds;
+}
+
+template <class Lanes>
+constexpr Kernel kernelOf(const char* name) {
+  return {name, Lanes::count, gather<Lanes>, search<Lanes>, usable<Lanes>, takeFactors<Lanes>};
+}
+
 }  // namespace
 }  // namespace mervane::engine

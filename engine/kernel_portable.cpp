@@ -32,6 +32,9 @@ struct FourDoubles {
   static Vector minimum(const Vector& a, const Vector& b) {
     return each(a, b, [](double x, double y) { return x < y ? x : y; });
   }
+  static Vector maximum(const Vector& a, const Vector& b) {
+    return each(a, b, [](double x, double y) { return x > y ? x : y; });
+  }
   static Vector minimumOfAll(const Vector& value) {
     double least = value.lane[0];
     for (int i = 1; i < count; ++i) least = value.lane[i] < least ? value.lane[i] : least;
@@ -55,6 +58,6 @@ struct FourDoubles {
 
 }  // namespace
 
-const Kernel portableKernel{"portable", FourDoubles::count, gather<FourDoubles>, search<FourDoubles>};
+const Kernel portableKernel = kernelOf<FourDoubles>("portable");
 
 }  // namespace mervane::engine

@@ -20,6 +20,7 @@ struct Sse2 {
   static Vector subtract(Vector a, Vector b) { return _mm_sub_pd(a, b); }
   static Vector multiply(Vector a, Vector b) { return _mm_mul_pd(a, b); }
   static Vector minimum(Vector a, Vector b) { return _mm_min_pd(a, b); }
+  static Vector maximum(Vector a, Vector b) { return _mm_max_pd(a, b); }
   static Vector minimumOfAll(Vector value) { return _mm_min_pd(value, _mm_shuffle_pd(value, value, 1)); }
   static std::uint32_t equal(Vector a, Vector b) {
     return static_cast<std::uint32_t>(_mm_movemask_pd(_mm_cmpeq_pd(a, b)));
@@ -29,6 +30,6 @@ struct Sse2 {
 
 }  // namespace
 
-const Kernel sse2Kernel{"SSE2", Sse2::count, gather<Sse2>, search<Sse2>};
+const Kernel sse2Kernel = kernelOf<Sse2>("SSE2");
 
 }  // namespace mervane::engine

@@ -44,6 +44,7 @@ void LearningRule::startLearning() {
   looked_ = 0;
   relocation_ = Relocation(units_, inputs_);
   firstRate_ = rate_;
+  lastLength_ = 0;
   contracted_ = false;
   const auto inputs = static_cast<std::ptrdiff_t>(inputs_);
   // Each row equals the one before it exactly where the units are all alike.
@@ -52,25 +53,26 @@ void LearningRule::startLearning() {
 }
 
 void LearningRule::setRate(double rate) {
-  endEpoch();
+  endEpoch(true);
   rate_ = rate;
   firstRate_ = std::max(firstRate_, rate);
 }
 
 void LearningRule::setRadius(std::int32_t radius) {
-  endEpoch();
+  endEpoch(false);
   radius_ = radius;
 }
 
 void LearningRule::finish() {
-  endEpoch();
+  endEpoch(false);
   relocation_.settle(weights_);
   fillLanes();
 }
 
 void LearningRule::learn(std::span<const double> samples, std::size_t count, std::span<const double> factors) {
   if (rate_ == 0.0 || count == 0) return;  // OPTIMIZATION: no weight can change.
-  noteFactors(factors);
+  contracted_ = contracted_ || !factors.empty();
+  latestFactor_ = factors.empty() ? 1.0 : factors.back();
   const auto inputs = static_cast<std::size_t>(inputs_);
   if (glued_) {
     for (std::size_t i = 0; i < count; ++i) axis_.add(samples.subspan(i * inputs, inputs));
@@ -86,7 +88,8 @@ void LearningRule::learn(std::span<const double> samples, std::size_t count, std
 void LearningRule::learn(std::span<const double> sample, double factor, std::span<const double> shown,
                          std::int32_t winner, double distance) {
   if (rate_ == 0.0) return;
-  noteFactors({&factor, 1});
+  contracted_ = contracted_ || factor < 1.0;
+  latestFactor_ = factor;
   if (glued_) {
     axis_.add(sample);
     looked_ += 1;
@@ -102,18 +105,7 @@ double LearningRule::search(std::span<const double> samples, std::span<std::int3
   return distance;
 }
 
-void LearningRule::noteFactors(std::span<const double> factors) {
-  if (factors.empty()) {
-    latestFactor_ = 1.0;
-    return;
-  }
-  bool below = false;
-  for (const double factor : factors) below |= factor < 1.0;
-  contracted_ = contracted_ || below;
-  latestFactor_ = factors.back();
-}
-
-void LearningRule::endEpoch() {
+void LearningRule::endEpoch(bool wholePass) {
   if (looked_ > 0) {
     layOut();
   } else if (record_.samples() > 0) {
@@ -121,7 +113,9 @@ void LearningRule::endEpoch() {
     const double strength = std::clamp((part - neighboursUntil) / (1.0 - neighboursUntil), 0.0, 1.0);
     const bool alone = radius_ == 0 || !(strength > 0.0);
     update_.apply(record_, {radius_, strength}, rate_, units_, inputs_, weights_);
-    if (alone && !contracted_) relocation_.epochEnded(record_, weights_);
+    const bool comparable = wholePass && !contracted_ && record_.samples() == lastLength_;
+    if (alone && comparable) relocation_.epochEnded(record_, weights_);
+    lastLength_ = record_.samples();
     record_.clear();
     fillLanes();
   }
@@ -136,6 +130,7 @@ void LearningRule::layOut() {
     combineConvex(weight, latestFactor_, centre_, weight);
   }
   glued_ = false;
+  lastLength_ = looked_;
   looked_ = 0;
   fillLanes();
 }

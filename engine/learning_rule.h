@@ -24,7 +24,8 @@ namespace mervane::engine {
 ///    The pull of neighbours falls off smoothly with their distance in the row, and falls in a straight line with the
 ///    rate: it is whole at the first rate after a set-up and nothing from half of that on.
 /// 3. From then on units that are of little use move to where the error is (`Relocation`). The convex combination has
-///    to be over too, as before that the errors of two epochs cannot be compared.
+///    to be over too, and the epoch has to be as long as the one before it, as otherwise the errors of two epochs
+///    cannot be compared.
 /// 4. Units that all start at one place are first laid out along the main axis of the data (`StartAxis`); the first
 ///    epoch is spent on finding it.
 ///
@@ -50,6 +51,7 @@ class LearningRule {
 
   [[nodiscard]] std::int32_t units() const noexcept { return units_; }
   [[nodiscard]] std::int32_t inputs() const noexcept { return inputs_; }
+  [[nodiscard]] const Kernel& kernel() const noexcept { return *kernel_; }
   /// 1 / sqrt(inputs).
   [[nodiscard]] double convexCentre() const noexcept { return centre_; }
   /// Row-major, one row a unit.
@@ -67,7 +69,8 @@ class LearningRule {
   /// Brings everything gathered into the weights and ends a trial that has not paid yet.
   void finish();
 
-  /// Gathers samples in order. @param factors empty, or one for each sample, 0 to 1.
+  /// Gathers samples in order. @param factors one for each sample, 0 to 1, some of them below 1; or empty
+  ///     where all are 1.
   void learn(std::span<const double> samples, std::size_t count, std::span<const double> factors);
   /// Gathers one sample whose winner is known. @param shown the sample after the convex combination.
   void learn(std::span<const double> sample, double factor, std::span<const double> shown, std::int32_t winner,
@@ -76,9 +79,8 @@ class LearningRule {
   double search(std::span<const double> samples, std::span<std::int32_t> winners) const;
 
  private:
-  void endEpoch();
+  void endEpoch(bool wholePass);
   void layOut();
-  void noteFactors(std::span<const double> factors);
   void fillLanes();
 
   const Kernel* kernel_ = nullptr;
@@ -96,7 +98,8 @@ class LearningRule {
   mutable AlignedDoubles scratch_;
   EpochRecord record_;
   StartAxis axis_;
-  std::int64_t looked_ = 0;  ///< Samples that `axis_` has seen.
+  std::int64_t looked_ = 0;      ///< Samples that `axis_` has seen.
+  std::int64_t lastLength_ = 0;  ///< Samples of the epoch before.
   NeighbourhoodUpdate update_;
   Relocation relocation_;
 };

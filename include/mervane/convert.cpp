@@ -1,5 +1,6 @@
 #include "mervane/convert.h"
 
+#include <array>
 #include <charconv>
 #include <limits>
 
@@ -40,8 +41,8 @@ float narrowed(double value) {
 }
 
 std::string integerText(std::int32_t value) {
-  char buffer[16];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+  std::array<char, 16> buffer{};
+  return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
 }
 
 bool booleanIn(const std::string& text, const Locale& locale) {
@@ -69,7 +70,7 @@ double toDouble(const Variant& value, const Locale& locale) {
 }
 
 float toSingle(const Variant& value, const Locale& locale) {
-  if (const float* single = value.getIf<float>()) return *single;
+  if (const auto* single = value.getIf<float>()) return *single;
   return narrowed(toDouble(value, locale));
 }
 

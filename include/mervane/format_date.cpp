@@ -24,7 +24,7 @@ Moment momentOf(Date date) {
   const double days = std::trunc(date.serial);
   if (!(days >= firstSerial && date.serial < behindLastSerial)) raise(runtime::overflow);
   const double seconds = std::fabs(date.serial - days) * secondsOfDay;
-  Moment moment{static_cast<std::int32_t>(days), static_cast<std::int32_t>(seconds + 0.5)};
+  Moment moment{static_cast<std::int32_t>(days), static_cast<std::int32_t>(std::floor(seconds + 0.5))};
   if (moment.second == secondsOfDay) {
     // Rounded up to midnight. The last day of all has none to follow and keeps its last second.
     moment.second = days + 1 < behindLastSerial ? 0 : secondsOfDay - 1;
@@ -44,8 +44,9 @@ std::string padded(std::int32_t number, std::size_t width) {
 }
 
 std::string dateText(const Moment& moment, const Locale& locale) {
-  using namespace std::chrono;
-  const year_month_day calendar{sys_days{year{1899} / December / day{30}} + days{moment.day}};
+  namespace chrono = std::chrono;
+  constexpr chrono::sys_days dayZero{chrono::year{1899} / chrono::December / chrono::day{30}};
+  const chrono::year_month_day calendar{dayZero + chrono::days{moment.day}};
   const std::size_t width = locale.padDate ? 2 : 1;
   const std::string yearText = padded(static_cast<int>(calendar.year()), 4);
   const std::string monthText = padded(static_cast<std::int32_t>(static_cast<unsigned>(calendar.month())), width);

@@ -1,3 +1,4 @@
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <string>
@@ -24,11 +25,11 @@ std::string pointed(const std::string& digits, std::size_t whole, const Locale& 
 std::string generalForm(double value, int significant, const Locale& locale) {
   if (!std::isfinite(value)) return notFinite(value);
   if (value == 0.0) return "0";
-  char buffer[64];
+  std::array<char, 64> buffer{};
+  char* const begin = buffer.data();
   char* const end =
-      std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific, significant - 1)
-          .ptr;
-  const std::string text(buffer, end);
+      std::to_chars(begin, begin + buffer.size(), std::fabs(value), std::chars_format::scientific, significant - 1).ptr;
+  const std::string text(begin, end);
   const std::size_t mark = text.find('e');
   std::string digits = text.substr(0, 1) + text.substr(2, mark - 2);
   digits.erase(digits.find_last_not_of('0') + 1);
@@ -58,8 +59,8 @@ std::string formatSingle(float value, const Locale& locale) {
 }
 
 std::string formatExact(double value) {
-  char buffer[64];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+  std::array<char, 64> buffer{};
+  return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
 }
 
 }  // namespace mervane

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -56,9 +58,8 @@ class NumberReader {
   }
 
   bool takeBlank() {
-    for (const char* blank : {" ", "\t", "\r", "\n", "\v", "\f", "\u00A0", "\u202F"})
-      if (take(blank)) return true;
-    return false;
+    constexpr std::string_view blanks[] = {" ", "\t", "\r", "\n", "\v", "\f", "\u00A0", "\u202F"};
+    return std::ranges::any_of(blanks, [&](std::string_view blank) { return take(blank); });
   }
 
   bool takeSign() {
@@ -72,11 +73,10 @@ class NumberReader {
 
   /// A group separator counts only between two digits; anything else may be a blank behind the number.
   bool takeGroupSeparator() {
-    for (const std::string& separator : locale_.groupSeparators) {
+    return std::ranges::any_of(locale_.groupSeparators, [&](const std::string& separator) {
       const bool digitBehind = rest_.size() > separator.size() && isDigit(rest_[separator.size()]);
-      if (digitBehind && take(separator)) return true;
-    }
-    return false;
+      return digitBehind && take(separator);
+    });
   }
 
   void takeDigit(Decimal& number) {
@@ -145,9 +145,10 @@ class NumberReader {
     const std::int64_t power = static_cast<std::int64_t>(number.digits.size()) - 1 + number.exponent;
     if (power > highest) raise(runtime::overflow);
     if (power < lowest) return 0.0;
-    char exponent[24] = {'e'};
-    char* const end = std::to_chars(exponent + 1, exponent + sizeof exponent, number.exponent).ptr;
-    number.digits.append(exponent, end);
+    std::array<char, 24> exponent{'e'};
+    char* const power10 = exponent.data() + 1;
+    char* const end = std::to_chars(power10, exponent.data() + exponent.size(), number.exponent).ptr;
+    number.digits.append(exponent.data(), end);
     double value = 0.0;
     const char* const first = number.digits.data();
     const std::from_chars_result result = std::from_chars(first, first + number.digits.size(), value);

@@ -14,7 +14,7 @@ const std::shared_ptr<sheet::Object>& Variant::object() const {
   return *held;
 }
 
-std::int32_t AnyArray::dimensions() const noexcept {
+std::int32_t AnyArray::dimensions() const {
   return std::visit([](const auto& array) { return array.dimensions(); }, storage_);
 }
 
@@ -26,7 +26,7 @@ std::int32_t AnyArray::upperBound(std::int32_t dimension) const {
   return std::visit([&](const auto& array) { return array.upperBound(dimension); }, storage_);
 }
 
-const std::vector<Bounds>& AnyArray::bounds() const noexcept {
+const std::vector<Bounds>& AnyArray::bounds() const {
   return std::visit([](const auto& array) -> const std::vector<Bounds>& { return array.bounds(); }, storage_);
 }
 
@@ -36,7 +36,7 @@ Variant asVariant(const T& element) {
   return Variant(element);
 }
 Variant asVariant(std::uint8_t element) {
-  return Variant(static_cast<std::int16_t>(element));
+  return static_cast<std::int16_t>(element);
 }
 }  // namespace
 

@@ -77,8 +77,8 @@ class Variant {
   Variant(const char* value) : storage_(std::string(value)) {}       // NOLINT(google-explicit-constructor)
   Variant(ErrorValue value) : storage_(value) {}                     // NOLINT(google-explicit-constructor)
   Variant(Missing value) : storage_(value) {}                        // NOLINT(google-explicit-constructor)
-  Variant(std::shared_ptr<sheet::Object> object)
-      : storage_(std::move(object)) {}  // NOLINT(google-explicit-constructor)
+  // NOLINTNEXTLINE(google-explicit-constructor)
+  Variant(std::shared_ptr<sheet::Object> object) : storage_(std::move(object)) {}
   template <class T>
   Variant(Array<T> array);  // NOLINT(google-explicit-constructor)
   explicit Variant(std::shared_ptr<const AnyArray> array) : storage_(std::move(array)) {}
@@ -124,11 +124,11 @@ class AnyArray {
     return std::get_if<Array<T>>(&storage_);
   }
 
-  [[nodiscard]] std::int32_t dimensions() const noexcept;
+  [[nodiscard]] std::int32_t dimensions() const;
   /// @param dimension from 1; raises subscriptOutOfRange otherwise.
   [[nodiscard]] std::int32_t lowerBound(std::int32_t dimension) const;
   [[nodiscard]] std::int32_t upperBound(std::int32_t dimension) const;
-  [[nodiscard]] const std::vector<Bounds>& bounds() const noexcept;
+  [[nodiscard]] const std::vector<Bounds>& bounds() const;
   /// One element as a Variant of its own type; raises subscriptOutOfRange.
   [[nodiscard]] Variant at(std::int32_t index) const;
   [[nodiscard]] Variant at(std::int32_t row, std::int32_t column) const;

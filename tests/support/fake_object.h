@@ -12,15 +12,9 @@
 #include "mervane/convert.h"
 #include "mervane/runtime_errors.h"
 #include "spreadsheet/object.h"
+#include "tests/support/named.h"
 
 namespace mervane::tests {
-
-/// Whatever has a name in a record of calls.
-class Named {
- public:
-  virtual ~Named() = default;
-  [[nodiscard]] virtual std::string name() const = 0;
-};
 
 /// An object of the in-memory host put together from parts, plain properties and handlers; anything else of it is
 /// not supported.

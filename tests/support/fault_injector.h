@@ -19,6 +19,8 @@ class FaultInjector {
   FaultInjector(const sheet::ObjectRef& host, Refusal refusal);
 
   [[nodiscard]] const sheet::ObjectRef& object() const noexcept { return object_; }
+  /// Counts anew from now on.
+  void failCall(int failingCall);
   /// Whether the failing call has come.
   [[nodiscard]] bool triggered() const noexcept;
   [[nodiscard]] int calls() const noexcept;

@@ -3,18 +3,25 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "spreadsheet/object.h"
+#include "tests/support/named.h"
 
 namespace mervane::tests {
 
 /// An object of a host in another object's place. What comes back from the host is decorated in the same way, and
-/// what goes in as an argument is stripped first, so that host never meets a decorator.
-class ObjectDecorator : public sheet::Object {
+/// what goes in as an argument is stripped first, so that a host never meets a decorator.
+class ObjectDecorator : public sheet::Object, public Named {
  public:
   explicit ObjectDecorator(sheet::ObjectRef inner) : inner_(std::move(inner)) {}
   [[nodiscard]] const sheet::ObjectRef& inner() const noexcept { return inner_; }
+  /// The name of the object inside.
+  [[nodiscard]] std::string name() const override {
+    const auto* named = dynamic_cast<const Named*>(inner_.get());
+    return named == nullptr ? std::string() : named->name();
+  }
 
  protected:
   Variant forward(sheet::Access access, sheet::member::Id member, std::span<const Variant> arguments) {
