@@ -4,6 +4,7 @@
 
 #include "dialog/designed_items.h"
 #include "dialog/procedure_keys.h"
+#include "dialog/remembered_options.h"
 #include "mervane/convert.h"
 #include "mervane/runtime_errors.h"
 #include "mervane/version.h"
@@ -14,8 +15,6 @@ namespace mervane {
 
 namespace {
 constexpr const char* windowCaption = "Mervane Kelvash";
-constexpr const char* companyName = "Tarvik";
-constexpr const char* applicationName = "MervaneCls3";
 
 std::string versionCaption() {
   return "Mervane Library Version: " + std::to_string(version::major) + "." + std::to_string(version::minor) + "." +
@@ -46,7 +45,7 @@ void frmMain::Form_Load() {
   traced(dialog::key::Form_Load, [&](Steps& step) {
     // 1.
     step([&] { settings_ = std::make_unique<CAppSettings>(); });
-    step([&] { settings().Init(companyName, applicationName); });
+    step([&] { settings().Init(dialog::companyName, dialog::applicationName); });
     // 2.
     step([&] { suiOptions_.Item("DLLVERSION").Caption = versionCaption(); });
     // 3.

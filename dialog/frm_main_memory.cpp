@@ -3,6 +3,7 @@
 #include "dialog/entry_rules.h"
 #include "dialog/frm_main.h"
 #include "dialog/procedure_keys.h"
+#include "dialog/remembered_options.h"
 #include "mervane/convert.h"
 #include "support/globals.h"
 #include "support/procedures.h"
@@ -15,8 +16,8 @@ namespace {
 
 using platform::WindowMeasure;
 
-constexpr const char* windowSection = "window";
-constexpr const char* valuesSection = "values";
+using dialog::valuesSection;
+using dialog::windowSection;
 
 constexpr std::pair<const char*, WindowMeasure> measures[] = {
     {"left", WindowMeasure::left},
