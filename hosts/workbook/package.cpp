@@ -114,6 +114,7 @@ void Package::Data::stream(const Part& part, const std::function<void(std::strin
 std::string Package::Data::readPart(std::string_view name) const {
   const Part& part = require(name);
   if (part.content) return *part.content;
+  if (part.deflated) refuse("The part \"" + part.name + "\" is packed for writing and cannot be read back.");
   if (part.entry && archive->entries()[*part.entry].size > limits.smallPart) {
     refuse("The part \"" + part.name + "\" of the workbook \"" + shown(path) + "\" is too large.");
   }
@@ -182,6 +183,17 @@ std::string Package::read(std::string_view name) const {
 
 void Package::stream(std::string_view name, const std::function<void(std::string_view)>& sink) const {
   data_->stream(data_->require(name), sink);
+}
+
+std::function<std::size_t(char* bytes, std::size_t size)> Package::pull(std::string_view name) const {
+  const Part& part = data_->require(name);
+  if (!part.content && part.entry && !part.deflated) return data_->archive->reader(*part.entry);
+  return [content = read(name), at = std::size_t{0}](char* bytes, std::size_t size) mutable {
+    const std::size_t count = std::min(size, content.size() - at);
+    content.copy(bytes, count, at);
+    at += count;
+    return count;
+  };
 }
 
 void Package::put(std::string_view name, std::string content, std::string_view contentType) {

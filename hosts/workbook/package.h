@@ -61,6 +61,9 @@ class Package {
   /// The content in pieces, in order, without ever holding all of it.
   void stream(std::string_view name, const std::function<void(std::string_view)>& sink) const;
 
+  /// The same the other way round: each call writes at most `size` next bytes and answers how many, 0 at the end.
+  [[nodiscard]] std::function<std::size_t(char* bytes, std::size_t size)> pull(std::string_view name) const;
+
   /// Adds or replaces a part. The content type is registered where it is given and not the one in force.
   void put(std::string_view name, std::string content, std::string_view contentType = {});
   void putDeflated(std::string_view name, DeflatedContent content);

@@ -20,25 +20,24 @@ constexpr std::uint64_t ratioMatters = std::uint64_t{64} << 20;
 struct ArchiveCloser {
   void operator()(zip_t* archive) const { zip_discard(archive); }
 };
-struct EntryCloser {
-  void operator()(zip_file_t* entry) const { zip_fclose(entry); }
-};
 using ArchivePointer = std::unique_ptr<zip_t, ArchiveCloser>;
 
-ArchivePointer openBytes(const std::string& bytes, int flags, zip_source_t** kept) {
+/// @param kept where it is given, the archive can be changed, and its bytes are there to be read after it is closed.
+ArchivePointer openBytes(const std::string& bytes, zip_source_t** kept) {
   zip_error_t error;
   zip_error_init(&error);
-  zip_source_t* source = nullptr;
-  if (kept == nullptr) {
-    source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
-  } else if (void* copy = std::malloc(bytes.size())) {  // NOLINT(cppcoreguidelines-no-malloc): the library frees it
-    // A source that is written to must own its bytes: where it keeps their beginning, the library frees them even if
-    // it was told that they are not its own.
+  const void* data = bytes.data();
+  // NB: the library frees the bytes of an archive that it writes, whoever owns them; so it gets its own.
+  void* copy = nullptr;
+  if (kept != nullptr) {
+    copy = std::malloc(std::max<std::size_t>(bytes.size(), 1));
+    if (copy == nullptr) raise(runtime::outOfMemory);
     std::memcpy(copy, bytes.data(), bytes.size());
-    source = zip_source_buffer_create(copy, bytes.size(), 1, &error);
-    if (source == nullptr) std::free(copy);  // NOLINT(cppcoreguidelines-no-malloc)
+    data = copy;
   }
-  zip_t* archive = source != nullptr ? zip_open_from_source(source, flags, &error) : nullptr;
+  zip_source_t* source = zip_source_buffer_create(data, bytes.size(), copy != nullptr ? 1 : 0, &error);
+  if (source == nullptr) std::free(copy);
+  zip_t* archive = source != nullptr ? zip_open_from_source(source, kept != nullptr ? 0 : ZIP_RDONLY, &error) : nullptr;
   if (archive == nullptr) {
     if (source != nullptr) zip_source_free(source);
   } else if (kept != nullptr) {
@@ -103,7 +102,7 @@ struct ZipArchive::Handle {
 
 ZipArchive::ZipArchive(std::string bytes, std::string fileName, const PackageLimits& limits)
     : bytes_(std::move(bytes)), fileName_(std::move(fileName)), handle_(std::make_unique<Handle>()) {
-  handle_->archive = openBytes(bytes_, ZIP_RDONLY, nullptr);
+  handle_->archive = openBytes(bytes_, nullptr);
   zip_t* archive = handle_->archive.get();
   if (archive == nullptr) {
     refuse("The file \"" + fileName_ +
@@ -166,7 +165,7 @@ ZipArchive::Reader ZipArchive::reader(std::size_t index) const {
 
 std::string ZipArchive::with(const std::vector<Change>& changes) const {
   zip_source_t* source = nullptr;
-  ArchivePointer archive = openBytes(bytes_, 0, &source);
+  ArchivePointer archive = openBytes(bytes_, &source);
   if (archive == nullptr) damaged("");
   struct SourceFreer {
     void operator()(zip_source_t* kept) const { zip_source_free(kept); }

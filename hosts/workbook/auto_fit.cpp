@@ -1,0 +1,62 @@
+#include "hosts/workbook/auto_fit.h"
+
+#include <algorithm>
+
+#include "hosts/workbook/font_metrics.h"
+#include "hosts/workbook/sheet.h"
+
+namespace mervane::workbook {
+
+namespace {
+
+constexpr std::size_t mostWrittenRows = 100'000;
+
+double cellWidth(Sheet& sheet, CellAddress at) {
+  const Cell* cell = sheet.cells().find(at);
+  if (cell == nullptr || cell->kind == CellKind::empty) return 0.0;
+  for (const CellArea& area : sheet.mergedAreas()) {
+    if (area.contains(at)) return 0.0;
+  }
+  const std::uint32_t style = cell->style;
+  const Styles& styles = sheet.shared().styles;
+  return textWidth(sheet.shownText(at), styles.fontName(style), styles.fontSize(style), styles.isBold(style));
+}
+
+}  // namespace
+
+void FitCache::willChange(Sheet& sheet, CellAddress at) {
+  const auto found = entries_.find(at.column);
+  if (found == entries_.end() || !found->second.isKnown) return;
+  Entry& entry = found->second;
+  // The widest cell may be about to shrink, and then the next widest is not known.
+  if (entry.writtenRows.size() >= mostWrittenRows || cellWidth(sheet, at) >= entry.widest) {
+    entry = Entry{};
+    return;
+  }
+  entry.writtenRows.push_back(at.row);
+}
+
+void autoFit(Sheet& sheet, std::int32_t firstColumn, std::int32_t lastColumn) {
+  sheet.requirePermission("formatColumns", "changes of column widths");
+  for (std::int32_t column = firstColumn; column <= lastColumn; ++column) {
+    FitCache::Entry& entry = sheet.fitCache().entry(column);
+    if (entry.isKnown) {
+      for (const std::int32_t row : entry.writtenRows) {
+        entry.widest = std::max(entry.widest, cellWidth(sheet, {row, column}));
+      }
+    } else {
+      entry.widest = 0.0;
+      sheet.cells().forEachRow([&](std::int32_t row, const Row&) {
+        entry.widest = std::max(entry.widest, cellWidth(sheet, {row, column}));
+      });
+      entry.isKnown = true;
+    }
+    entry.writtenRows.clear();
+    if (entry.widest <= 0.0) continue;
+    sheet.columns().setFittedWidth(column, SheetGeometry::charactersFor(entry.widest, sheet.shared().digitPixels));
+  }
+  sheet.geometry().forget();
+  sheet.markChanged();
+}
+
+}  // namespace mervane::workbook
