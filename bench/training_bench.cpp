@@ -232,8 +232,14 @@ void printMemory() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  // The programs take turns, so that a neighbour on the machine slows all of them down alike. Arguments come after.
+  std::vector<char*> arguments{argv[0]};
+  std::array<std::string, 2> defaults{"--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=5"};
+  for (std::string& one : defaults) arguments.push_back(one.data());
+  arguments.insert(arguments.end(), argv + 1, argv + argc);
+  auto count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
   printMemory();
   for (const Case& which : cases) {
     if (!sameBits(which)) return 1;

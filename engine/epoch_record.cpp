@@ -17,8 +17,7 @@ std::size_t roundedUp(std::int32_t inputs) {
 }  // namespace
 
 EpochRecord::EpochRecord(std::int32_t units, std::int32_t inputs)
-    : units_(units),
-      inputs_(inputs),
+    : inputs_(inputs),
       stride_(roundedUp(inputs)),
       tallies_(static_cast<std::size_t>(units), nothing),
       sums_(static_cast<std::size_t>(units) * stride_),

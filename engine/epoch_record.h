@@ -33,11 +33,10 @@ class EpochRecord {
   [[nodiscard]] std::span<const double> farthest(std::int32_t unit) const;
   /// Mean squared distance of all samples from their winners.
   [[nodiscard]] double meanError() const;
-  /// Floats between two neighbouring rows of sums.
+  /// Values between two neighbouring rows of sums.
   [[nodiscard]] std::size_t stride() const noexcept { return stride_; }
 
  private:
-  std::int32_t units_ = 0;
   std::int32_t inputs_ = 0;
   std::size_t stride_ = 0;
   std::int64_t samples_ = 0;
