@@ -30,6 +30,7 @@ void ChartBook::close() noexcept {
 std::shared_ptr<Chart> ChartBook::addChart() {
   active_ = std::make_shared<Chart>();
   active_->name = "Chart1";
+  onOwnSheets_.push_back(active_);
   return active_;
 }
 
@@ -38,6 +39,7 @@ void ChartBook::embed(const std::shared_ptr<Chart>& chart, std::int32_t sheet) {
   host().requireUnprotectedObjects(sheet);
   drawing(sheet).add(chart);
   chart->sheet = sheet;
+  std::erase(onOwnSheets_, chart);
   active_ = chart;
   host().activateSheet(sheet);
   host().note(described(*chart) + " is added to the sheet \"" + host().sheetName(sheet) + "\"");
@@ -74,6 +76,9 @@ Box ChartBook::boxOf(const Chart& chart) {
 
 void ChartBook::write() {
   for (const auto& [sheet, drawing] : drawings_) drawing->write();
+  for (const auto& chart : onOwnSheets_) {
+    host().note(described(*chart) + " is not saved, because it was not moved into a worksheet");
+  }
 }
 
 }  // namespace mervane::workbook::charts

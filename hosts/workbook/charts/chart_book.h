@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "hosts/workbook/chart_service.h"
 #include "hosts/workbook/charts/model.h"
@@ -44,13 +45,15 @@ class ChartBook : public std::enable_shared_from_this<ChartBook> {
   /// Position and size on the sheet, in points; size alone counts for a chart on a sheet of its own.
   [[nodiscard]] Box boxOf(const Chart& chart);
 
-  /// Puts all that changed into the package.
+  /// Puts all that changed into the package. A chart that was never moved into a worksheet is not written; the host
+  /// is told so.
   void write();
 
  private:
   ChartHost* host_;
   std::map<std::int32_t, std::unique_ptr<Drawing>> drawings_;
   std::shared_ptr<Chart> active_;
+  std::vector<std::shared_ptr<Chart>> onOwnSheets_;  ///< made and not moved yet
 };
 
 }  // namespace mervane::workbook::charts

@@ -55,6 +55,15 @@ TEST_F(ChartObjectTest, LocationRefusesASheetThatIsNotThere) {
   EXPECT_TRUE(book_.chartObjects(1).empty());
 }
 
+TEST_F(ChartObjectTest, AChartThatStaysOnASheetOfItsOwnIsReportedAndNotSaved) {
+  const std::size_t parts = book_.package().names().size();
+  newChart();
+  book_.charts().write();
+  EXPECT_EQ(book_.package().names().size(), parts);
+  EXPECT_THAT(book_.notes,
+              testing::ElementsAre("chart without a title is not saved, because it was not moved into a worksheet"));
+}
+
 TEST_F(ChartObjectTest, LocationRefusesAProtectedSheet) {
   book_.isProtected = true;
   const sheet::Chart chart = newChart();

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <pugixml.hpp>
 #include <sstream>
 
@@ -12,6 +13,19 @@
 namespace mervane::tests {
 
 namespace {
+
+/// A folder of this process that goes when the process ends. MERVANE_KEEP_BOOKS keeps it for a look at its files.
+struct TemporaryFolder {
+  TemporaryFolder() { std::filesystem::create_directories(path); }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    if (std::getenv("MERVANE_KEEP_BOOKS") == nullptr) std::filesystem::remove_all(path, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("mervane-charts-" + std::to_string(getpid()));
+};
 
 pugi::xml_document parsed(const std::string& text) {
   pugi::xml_document document;
@@ -94,11 +108,9 @@ sheet::Range TestBook::range(std::int32_t sheet, const std::string& area) {
 
 std::filesystem::path TestBook::save(const std::string& name) {
   service_->write();
-  const std::filesystem::path folder =
-      std::filesystem::temp_directory_path() / ("mervane-charts-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  package_->save(folder / name);
-  return folder / name;
+  static const TemporaryFolder folder;
+  package_->save(folder.path / name);
+  return folder.path / name;
 }
 
 std::optional<std::int32_t> TestBook::sheetNamed(std::string_view name) const {
