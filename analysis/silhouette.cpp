@@ -22,12 +22,24 @@ double valueOf(std::span<const double> distanceSums, const std::vector<std::int6
   const double a = distanceSums[own] / static_cast<double>(sizes[own] - 1);
   double b = -1.0;
   for (std::size_t cluster = 0; cluster < sizes.size(); ++cluster) {
-    if (cluster == own || sizes[cluster] == 0) continue;
+    if (cluster == own) continue;
     const double mean = distanceSums[cluster] / static_cast<double>(sizes[cluster]);
     if (b < 0.0 || mean < b) b = mean;
   }
   const double larger = std::max(a, b);
   return larger > 0.0 ? (b - a) / larger : 0.0;
+}
+
+/// Gives the clusters that occur the numbers 1, 2, 3, ... in their order, and tells how many there are. The work for
+/// each sample then grows with these, and not with a number of clusters that may be far above that of the samples.
+std::int32_t renumber(std::vector<std::int32_t>& labels) {
+  std::vector<std::int32_t> occurring = labels;
+  std::ranges::sort(occurring);
+  occurring.erase(std::ranges::unique(occurring).begin(), occurring.end());
+  for (std::int32_t& label : labels) {
+    label = static_cast<std::int32_t>(std::ranges::lower_bound(occurring, label) - occurring.begin()) + 1;
+  }
+  return static_cast<std::int32_t>(occurring.size());
 }
 
 }  // namespace
@@ -62,12 +74,13 @@ Silhouette silhouette(const Samples& samples, Labels labels, std::int32_t cluste
     one = rows[one];
     own.push_back(labels[one]);
   }
-  const std::vector<std::int64_t> sizes = clusterSizes(own, clusters);
+  const std::int32_t used = renumber(own);
+  const std::vector<std::int64_t> sizes = clusterSizes(own, used);
 
   Silhouette result;
   result.samplesUsed = chosen.size();
   result.sampled = chosen.size() < all;
-  if (std::ranges::count_if(sizes, [](std::int64_t size) { return size > 0; }) < 2) return result;
+  if (used < 2) return result;
 
   std::vector<double> distanceSums(sizes.size());
   double sum = 0.0;

@@ -39,6 +39,13 @@ TEST(Silhouette, IdenticalSamplesInTwoClustersCountAsZero) {
   EXPECT_EQ(silhouette({same, 1}, labels, 2).mean, 0.0);
 }
 
+TEST(Silhouette, EmptyClustersChangeNothingHoweverManyThereAre) {
+  const std::vector<double> line{0.0, 2.0, 10.0, 14.0};
+  const std::vector<std::int32_t> labels{1, 1, 2, 2};
+  const std::vector<std::int32_t> spread{7, 7, 2000000000, 2000000000};
+  EXPECT_EQ(silhouette({line, 1}, spread, 2147483647).mean, silhouette({line, 1}, labels, 2).mean);
+}
+
 TEST(Silhouette, IsNotDefinedForOneCluster) {
   const std::vector<double> line{0.0, 2.0, 10.0};
   const std::vector<std::int32_t> labels{2, 2, 2};
