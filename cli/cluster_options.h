@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/cluster_run.h"
+#include "cli/data_table.h"
+#include "cli/output_formats.h"
+#include "cli/report.h"
+#include "cli/talk.h"
+
+namespace mervane::cli {
+
+/// What the command `cluster` was asked to do.
+struct ClusterOptions {
+  std::string input;
+  std::string output;  ///< empty: standard output
+  std::optional<Format> format;
+  std::optional<char> outputDelimiter;
+  std::string resultName = "Cluster";
+
+  DialectChoice dialect;
+  std::optional<bool> header;
+  std::optional<DecimalMark> decimal;
+  std::vector<std::string> columns;
+
+  ClusterRunOptions run;
+  ReportForm report = ReportForm::none;
+  std::string trace;  ///< empty: none
+  Talk::Level level = Talk::Level::normal;
+};
+
+}  // namespace mervane::cli

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/error_window.h"
+
+namespace mervane::cli {
+
+class Talk;
+
+/// What `--on-error` says: the answer to a failure report.
+struct ErrorPolicy {
+  enum class Answer { abort, retry, ignore };
+  Answer answer = Answer::abort;
+  /// With retry: how often in the whole run. Every failure behind that is answered with abort.
+  std::int32_t retries = 0;
+};
+
+/// Answers failure reports for a run, and remembers what it had to answer. The windows that it makes stand in for
+/// the failure dialog: they print the report on standard error and press a button at once.
+class ErrorAnswers {
+ public:
+  /// @param talk outlives the answers, as these outlive the windows.
+  ErrorAnswers(Talk& talk, ErrorPolicy policy) : talk_(talk), policy_(policy) {}
+
+  [[nodiscard]] std::unique_ptr<platform::ErrorWindow> createWindow();
+
+  [[nodiscard]] std::int32_t aborted() const noexcept { return aborted_; }
+  [[nodiscard]] std::int32_t retried() const noexcept { return retried_; }
+  [[nodiscard]] std::int32_t ignored() const noexcept { return ignored_; }
+
+ private:
+  friend class ReportPrinter;
+  /// Prints the report and returns the key of the button to press.
+  [[nodiscard]] const char* answer(const std::string& report);
+
+  Talk& talk_;
+  ErrorPolicy policy_;
+  std::int32_t aborted_ = 0;
+  std::int32_t retried_ = 0;
+  std::int32_t ignored_ = 0;
+};
+
+}  // namespace mervane::cli

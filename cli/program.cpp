@@ -1,0 +1,59 @@
+#include "cli/program.h"
+
+#include <exception>
+#include <new>
+
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/interruption.h"
+#include "cli/output_file.h"
+#include "cli/problem.h"
+#include "cli/talk.h"
+#include "mervane/failure.h"
+
+namespace mervane::cli {
+namespace {
+
+class Dispatch {
+ public:
+  explicit Dispatch(Talk& talk) : talk_(talk) {}
+
+  ExitStatus operator()(const TextToPrint& request) const {
+    const auto out = openOutput("-");
+    out->write(request.text);
+    out->commit();
+    return ExitStatus::done;
+  }
+  ExitStatus operator()(const ClusterOptions& options) const {
+    talk_.level(options.level);
+    return cluster(options, talk_);
+  }
+
+ private:
+  Talk& talk_;
+};
+
+ExitStatus told(Talk& talk, const Problem& problem) {
+  talk.error(problem);
+  return problem.status();
+}
+
+}  // namespace
+
+ExitStatus runProgram(const std::vector<std::string>& arguments) noexcept {
+  Talk talk;
+  try {
+    interruption::watch();
+    return std::visit(Dispatch(talk), parseArguments(arguments));
+  } catch (const Problem& problem) {
+    return told(talk, problem);
+  } catch (const Failure& failure) {
+    return told(talk, Problem(ExitStatus::engineFailure, failure.description()));
+  } catch (const std::bad_alloc&) {
+    return told(talk, Problem(ExitStatus::engineFailure, "there is not enough memory", "Take a part of the data."));
+  } catch (const std::exception& error) {
+    return told(talk, Problem(ExitStatus::engineFailure, std::string("internal failure: ") + error.what()));
+  }
+}
+
+}  // namespace mervane::cli

@@ -1,0 +1,78 @@
+#include "cli/error_answers.h"
+
+#include <gtest/gtest.h>
+
+#include "cli/services.h"
+#include "cli/talk.h"
+#include "support/globals.h"
+#include "support/procedures.h"
+#include "tests/cli/temporary_stream.h"
+
+namespace mervane::cli {
+namespace {
+
+class ErrorAnswersTest : public testing::Test {
+ protected:
+  /// Runs a traced procedure whose one statement fails that many times; returns how often it was tried.
+  int tries(ErrorPolicy policy, int failures) {
+    ErrorAnswers answers(talk, policy);
+    const ServicesInUse services(answers);
+    globals::errorHandler().Init(ehaErrorForm, "a", true, false, tfLogFile, "b");
+    int count = 0;
+    traced("MervaneClass3.Test.Procedure", [&](Steps& step) {
+      step([&] {
+        if (++count <= failures) throw Failure(13, "Type mismatch\x1b");
+      });
+    });
+    aborted = answers.aborted();
+    retried = answers.retried();
+    ignored = answers.ignored();
+    return count;
+  }
+
+  TemporaryStream stream;
+  Talk talk{stream.file()};
+  int aborted = 0;
+  int retried = 0;
+  int ignored = 0;
+};
+
+TEST_F(ErrorAnswersTest, AbortGivesTheProcedureUp) {
+  EXPECT_EQ(tries({}, 1), 1);
+  EXPECT_EQ(aborted, 1);
+}
+
+TEST_F(ErrorAnswersTest, TheWholeReportIsPrintedWithoutWhatATerminalObeys) {
+  tries({}, 1);
+  const std::string text = stream.text();
+  EXPECT_NE(text.find("\tError: 13, (Type mismatch?)\n\tin MervaneClass3.Test.Procedure at line 0\n"),
+            std::string::npos);
+  EXPECT_NE(text.find("The call stack is:\n                    MervaneClass3.Test.Procedure()\n"), std::string::npos);
+  EXPECT_EQ(text.find('\r'), std::string::npos);
+}
+
+TEST_F(ErrorAnswersTest, RetryTriesAsOftenAsItSaysAndThenAborts) {
+  EXPECT_EQ(tries({ErrorPolicy::Answer::retry, 2}, 5), 3);
+  EXPECT_EQ(retried, 2);
+  EXPECT_EQ(aborted, 1);
+}
+
+TEST_F(ErrorAnswersTest, RetryThatSucceedsLeavesNoFailure) {
+  EXPECT_EQ(tries({ErrorPolicy::Answer::retry, 5}, 2), 3);
+  EXPECT_EQ(retried, 2);
+  EXPECT_EQ(aborted, 0);
+}
+
+TEST_F(ErrorAnswersTest, IgnoreGoesOn) {
+  EXPECT_EQ(tries({ErrorPolicy::Answer::ignore, 0}, 1), 1);
+  EXPECT_EQ(ignored, 1);
+  EXPECT_EQ(aborted, 0);
+}
+
+TEST_F(ErrorAnswersTest, NothingIsPrintedWithoutAFailure) {
+  EXPECT_EQ(tries({}, 0), 1);
+  EXPECT_EQ(stream.text(), "");
+}
+
+}  // namespace
+}  // namespace mervane::cli

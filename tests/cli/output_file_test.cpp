@@ -1,0 +1,118 @@
+#include "cli/output_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/cli/table_of.h"
+
+namespace mervane::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+class OutputFileTest : public testing::Test {
+ protected:
+  OutputFileTest() {
+    std::string pattern = (fs::temp_directory_path() / "mervane-XXXXXX").string();
+    folder = ::mkdtemp(pattern.data());
+  }
+  ~OutputFileTest() override { fs::remove_all(folder); }
+
+  [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
+  void put(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
+  [[nodiscard]] std::string get(const std::string& name) const {
+    std::ifstream file(path(name));
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  [[nodiscard]] std::size_t entries() const {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
+  }
+
+  fs::path folder;
+};
+
+TEST_F(OutputFileTest, TheOldFileStaysUntilTheCommit) {
+  put("a", "old");
+  const auto file = openOutput(path("a"));
+  file->write(std::string(200000, 'x'));
+  EXPECT_EQ(get("a"), "old");
+  file->commit();
+  EXPECT_EQ(get("a"), std::string(200000, 'x'));
+  EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(OutputFileTest, WithoutACommitNothingIsLeftBehind) {
+  put("a", "old");
+  openOutput(path("a"))->write("new");
+  openOutput(path("b"))->write("new");
+  EXPECT_EQ(get("a"), "old");
+  EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(OutputFileTest, TheNewFileHasThePermissionsOfTheOldOne) {
+  put("a", "old");
+  fs::permissions(path("a"), fs::perms::owner_read | fs::perms::owner_write);
+  const auto file = openOutput(path("a"));
+  file->write("new");
+  file->commit();
+  EXPECT_EQ(fs::status(path("a")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(OutputFileTest, ALinkStaysAndTheFileBehindItIsReplaced) {
+  put("a", "old");
+  fs::create_symlink("a", path("link"));
+  const auto file = openOutput(path("link"));
+  file->write("new");
+  file->commit();
+  EXPECT_TRUE(fs::is_symlink(path("link")));
+  EXPECT_EQ(get("a"), "new");
+}
+
+TEST_F(OutputFileTest, ANameAtTheLengthLimitIsWritten) {
+  const std::string name(255, 'n');
+  const auto file = openOutput(path(name));
+  file->write("new");
+  file->commit();
+  EXPECT_EQ(get(name), "new");
+}
+
+TEST_F(OutputFileTest, ADirectoryAndAMissingFolderAreRefused) {
+  EXPECT_EQ(refusal([&] { static_cast<void>(openOutput(folder.string())); }),
+            "3: cannot write " + folder.string() + ": Is a directory / Name another file with -o.");
+  EXPECT_EQ(refusal([&] { checkOutput(path("missing/a")); }),
+            "3: cannot write " + path("missing/a") + ": No such file or directory / Name another file with -o.");
+}
+
+TEST_F(OutputFileTest, CheckingLeavesNoTrace) {
+  put("a", "old");
+  checkOutput(path("a"));
+  checkOutput(path("b"));
+  checkOutput("/dev/null");
+  EXPECT_EQ(get("a"), "old");
+  EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(OutputFileTest, AFullDeviceIsToldAtTheCommit) {
+  const auto file = openOutput("/dev/full");
+  file->write("new");
+  EXPECT_EQ(refusal([&] { file->commit(); }).substr(0, 57),
+            "3: cannot write /dev/full: No space left on device / Make");
+}
+
+TEST_F(OutputFileTest, TheSameFileIsSeenUnderItsOtherNames) {
+  put("a", "old");
+  put("b", "old");
+  fs::create_symlink("a", path("link"));
+  fs::create_hard_link(path("a"), path("hard"));
+  EXPECT_TRUE(isSameFile(path("a"), path("./a")));
+  EXPECT_TRUE(isSameFile(path("a"), path("link")));
+  EXPECT_TRUE(isSameFile(path("a"), path("hard")));
+  EXPECT_TRUE(isSameFile(path("new"), path("./new")));
+  EXPECT_FALSE(isSameFile(path("a"), path("b")));
+}
+
+}  // namespace
+}  // namespace mervane::cli
