@@ -20,7 +20,8 @@ constexpr const char* source = "MervaneEngine.CompetitiveNetwork";
 
 /// 16 Mi weights are 128 MiB; a network needs a few times that.
 constexpr std::int64_t mostWeights = std::int64_t{1} << 24;
-/// Samples that are checked and learned at a time, so that they are still in the cache when they are learned.
+/// Samples are checked and learned in portions of `engine::portion` values, so that they are still in the nearest cache
+/// when they are learned, and of at most so many samples.
 constexpr std::size_t samplesAtATime = 512;
 
 [[noreturn]] void refuse(const std::string& text) {
@@ -274,9 +275,10 @@ void CompetitiveNetwork::present(std::span<const double> sample, double factor) 
 void CompetitiveNetwork::learnBlock(std::span<const double> samples, std::size_t count,
                                     std::span<const double> factors) {
   const auto inputs = static_cast<std::size_t>(rule_.inputs());
+  const std::size_t together = std::clamp(engine::portion / inputs, std::size_t{1}, samplesAtATime);
   std::array<double, samplesAtATime> effective;
   while (count > 0) {
-    const std::size_t wanted = std::min(count, samplesAtATime);
+    const std::size_t wanted = std::min(count, together);
     const std::span<const double> block = samples.first(wanted * inputs);
     std::size_t good = countUsable(block) / inputs;
     bool contracting = false;

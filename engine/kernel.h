@@ -49,6 +49,10 @@ struct FactorKinds {
   bool notNumbers;   ///< Some are not a number.
 };
 
+/// How many values callers check and hand over at a time, and how far ahead of the present sample kernels have memory
+/// fetched: the next portion is near when it is checked.
+inline constexpr std::size_t portion = 1024;
+
 /// Values have to stay below this in size, about 1.8e72: the search for the main axis needs their fourth powers.
 inline constexpr double valueLimit = 0x1p240;
 
