@@ -24,7 +24,7 @@ template <class T>
                             std::int32_t firstColumn = 1) {
   const auto rowCount = static_cast<std::int32_t>(rows.size());
   const auto columnCount = static_cast<std::int32_t>(rows.begin()->size());
-  Array<T> array({Bounds{firstRow, firstRow + rowCount - 1}, Bounds{firstColumn, firstColumn + columnCount - 1}});
+  Array<T> array({Bounds{firstRow, firstRow + (rowCount - 1)}, Bounds{firstColumn, firstColumn + (columnCount - 1)}});
   auto next = array.elements().begin();
   for (const auto& row : rows) next = std::copy(row.begin(), row.end(), next);
   return array;
