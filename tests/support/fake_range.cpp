@@ -31,7 +31,8 @@ std::string letters(std::int32_t column) {
 FakeRange::Place takeCell(std::string& text) {
   FakeRange::Place place{0, 0, 1, 1};
   std::size_t at = 0;
-  for (; at < text.size() && ((text[at] | 0x20) >= 'a' && (text[at] | 0x20) <= 'z'); ++at) {
+  for (; at < text.size() && ((text[at] | 0x20) >= 'a' && (text[at] | 0x20) <= 'z') && place.column <= lastColumn;
+       ++at) {
     place.column = place.column * 26 + ((text[at] | 0x20) - 'a' + 1);
   }
   for (; at < text.size() && text[at] >= '0' && text[at] <= '9' && place.row <= lastRow; ++at) {

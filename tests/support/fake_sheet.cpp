@@ -28,6 +28,15 @@ FakeSheet::FakeSheet() {
   makeApplication();
 }
 
+FakeSheet::~FakeSheet() {
+  for (const auto& sheet : worksheets) {
+    for (const auto& shape : sheet->shapes) {
+      if (shape->chart) shape->chart->series.clear();
+    }
+  }
+  if (activeChart) activeChart->series.clear();
+}
+
 FakeWorksheet& FakeSheet::addWorksheet(const std::string& name) {
   worksheets.push_back(std::make_shared<FakeWorksheet>());
   worksheets.back()->name = name;

@@ -49,6 +49,10 @@ class FakeSheet {
  public:
   /// One worksheet, "Sheet1".
   FakeSheet();
+  /// Lets the charts go, whose series refer back to the cells of their sheet.
+  ~FakeSheet();
+  FakeSheet(const FakeSheet&) = delete;
+  FakeSheet& operator=(const FakeSheet&) = delete;
 
   [[nodiscard]] sheet::ObjectRef object() const { return application_; }
   [[nodiscard]] sheet::Application application() const { return sheet::Application(application_); }
