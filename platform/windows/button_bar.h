@@ -1,0 +1,43 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/option_item.h"
+#include "platform/windows/window_tools.h"
+
+namespace mervane::windows {
+
+/// Push buttons with pictures, one for each item of a bar but the spacers, in a row.
+class ButtonBar {
+ public:
+  /// @param firstId control number of the first button; each further one has the next number.
+  ButtonBar(HWND parent, const Scale& scale, int firstId) : parent_(parent), scale_(scale), firstId_(firstId) {}
+
+  /// Makes the controls anew from the items. A spacer moves the next button by its own width.
+  void fill(const platform::OptionItems& items, HFONT font);
+  void place(int left, int top, int width, int height);
+  /// The key of a control number of the bar, or null.
+  [[nodiscard]] const std::string* keyOf(int id) const;
+  [[nodiscard]] HWND control(std::size_t index) const { return index < buttons_.size() ? buttons_[index].control : nullptr; }
+  /// Paints a button that asks for it.
+  void draw(const DRAWITEMSTRUCT& request) const;
+
+ private:
+  struct Button {
+    HWND control;
+    std::string key;
+    std::string picture;
+    int gap;  ///< pixels before it
+    int width;
+  };
+
+  HWND parent_;
+  const Scale& scale_;
+  int firstId_;
+  std::vector<Button> buttons_;
+};
+
+}  // namespace mervane::windows
