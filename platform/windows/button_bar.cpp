@@ -22,7 +22,9 @@ int textWidth(HWND window, HFONT font, const std::wstring& text) {
 }
 
 /// The first letter of the caption is its mnemonic.
-std::wstring withMnemonic(const std::string& caption) { return L"&" + com::toWide(caption); }
+std::wstring withMnemonic(const std::string& caption) {
+  return L"&" + com::toWide(caption);
+}
 
 }  // namespace
 
@@ -40,10 +42,11 @@ void ButtonBar::fill(const platform::OptionItems& items, HFONT font) {
     button.key = item.Key;
     button.picture = item.imageKey;
     button.gap = gap + (buttons_.empty() ? 0 : scale_.pixels(gapBetween));
-    button.width = std::max(scale_.fromTwips(item.Width), textWidth(parent_, font, caption) + scale_.pixels(pictureSide + 28));
+    button.width =
+        std::max(scale_.fromTwips(item.Width), textWidth(parent_, font, caption) + scale_.pixels(pictureSide + 28));
     const auto id = static_cast<INT_PTR>(firstId_) + static_cast<INT_PTR>(buttons_.size());
-    button.control = CreateWindowExW(0, L"BUTTON", caption.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW, 0, 0,
-                                     0, 0, parent_, reinterpret_cast<HMENU>(id), thisModule(), nullptr);
+    button.control = CreateWindowExW(0, L"BUTTON", caption.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW,
+                                     0, 0, 0, 0, parent_, reinterpret_cast<HMENU>(id), thisModule(), nullptr);
     SendMessageW(button.control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     buttons_.push_back(std::move(button));
     gap = 0;
@@ -86,7 +89,8 @@ void ButtonBar::draw(const DRAWITEMSTRUCT& request) const {
   text.left = square.right + scale_.pixels(5);
   wchar_t caption[128] = {};
   GetWindowTextW(button.control, caption, 128);
-  const HGDIOBJ before = SelectObject(request.hDC, reinterpret_cast<HFONT>(SendMessageW(button.control, WM_GETFONT, 0, 0)));
+  const HGDIOBJ before =
+      SelectObject(request.hDC, reinterpret_cast<HFONT>(SendMessageW(button.control, WM_GETFONT, 0, 0)));
   SetBkMode(request.hDC, TRANSPARENT);
   SetTextColor(request.hDC, GetSysColor(COLOR_BTNTEXT));
   const bool hidden = (request.itemState & ODS_NOACCEL) != 0;

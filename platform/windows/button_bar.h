@@ -21,7 +21,9 @@ class ButtonBar {
   void place(int left, int top, int width, int height);
   /// The key of a control number of the bar, or null.
   [[nodiscard]] const std::string* keyOf(int id) const;
-  [[nodiscard]] HWND control(std::size_t index) const { return index < buttons_.size() ? buttons_[index].control : nullptr; }
+  [[nodiscard]] HWND control(std::size_t index) const {
+    return index < buttons_.size() ? buttons_[index].control : nullptr;
+  }
   /// Paints a button that asks for it.
   void draw(const DRAWITEMSTRUCT& request) const;
 

@@ -12,7 +12,9 @@ class Scale {
  public:
   Scale();
   [[nodiscard]] int pixels(int designPixels) const { return MulDiv(designPixels, dpi_, 96); }
-  [[nodiscard]] float twips(int pixels) const { return static_cast<float>(pixels) * 1440.0F / static_cast<float>(dpi_); }
+  [[nodiscard]] float twips(int pixels) const {
+    return static_cast<float>(pixels) * 1440.0F / static_cast<float>(dpi_);
+  }
   [[nodiscard]] int fromTwips(float twips) const;
 
  private:

@@ -2,7 +2,9 @@
 
 #include "platform/error_window.h"
 #include "platform/option_window.h"
+#include "platform/windows/error_window.h"
 #include "platform/windows/machine.h"
+#include "platform/windows/option_window.h"
 #include "platform/windows/regional_settings.h"
 #include "platform/windows/registry.h"
 #include "platform/windows/regular_expressions.h"
@@ -21,6 +23,8 @@ std::shared_ptr<const Services> makeWindowsServices() {
   services->screen = std::make_shared<windows::Screen>();
   services->mail = std::make_shared<windows::Mail>();
   services->systemVersion = std::make_shared<windows::SystemVersion>();
+  services->createOptionWindow = &windows::createOptionWindow;
+  services->createErrorWindow = &windows::createErrorWindow;
   return services;
 }
 
