@@ -279,9 +279,6 @@ std::optional<LRESULT> OptionWindow::onWindow(UINT message, WPARAM word, LPARAM 
       // Both the list and the bar stay in sight.
       reinterpret_cast<MINMAXINFO*>(data)->ptMinTrackSize = {scale_.pixels(260), scale_.pixels(150)};
       return 0;
-    case WM_ACTIVATE:
-      if (LOWORD(word) != WA_INACTIVE && events_ != nullptr && laidOut_) events_->activated();
-      return std::nullopt;
     case WM_COMMAND:
       command(LOWORD(word), HIWORD(word));
       return 0;
