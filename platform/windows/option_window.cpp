@@ -305,6 +305,8 @@ std::optional<LRESULT> OptionWindow::onWindow(UINT message, WPARAM word, LPARAM 
 }
 
 std::optional<LRESULT> OptionWindow::onList(UINT message, WPARAM word, LPARAM data) {
+  // Controls speak up while the list of them is still being made.
+  if (list_ == nullptr) return std::nullopt;
   switch (message) {
     case WM_COMMAND:
       listCommand(LOWORD(word), HIWORD(word));
