@@ -66,7 +66,7 @@ class SheetWriter {
     pugi::xml_document document;
     loadXml(document, child.raw, sheet_.part());
     document.document_element().attribute("ref") = a1(area).c_str();
-    return printFragment(document.document_element());
+    return child.raw.substr(0, child.raw.find('<')) + printFragment(document.document_element());
   }
 
   void open(std::string_view name) {

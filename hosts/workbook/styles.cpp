@@ -258,12 +258,21 @@ void Styles::writeColor(pugi::xml_node parent, const char* name, const ColorName
 }
 
 std::uint32_t Styles::withFill(std::uint32_t style, const FillFormat& fill) {
+  // OPTIMIZATION: every coloured row asks for one of a few changes.
+  const auto color = [](const ColorName& one) {
+    return std::to_string(static_cast<int>(one.kind)) + "," + std::to_string(one.value) + ";";
+  };
+  const std::string change = std::to_string(style) + ";" + fill.pattern + ";" + color(fill.fore) + color(fill.back);
+  if (const auto known = filled_.find(change); known != filled_.end()) return known->second;
   pugi::xml_document document;
   pugi::xml_node pattern = document.append_child(tag("fill").c_str()).append_child(tag("patternFill").c_str());
   pattern.append_attribute("patternType") = fill.pattern.c_str();
   writeColor(pattern, "fgColor", fill.fore);
   writeColor(pattern, "bgColor", fill.back);
-  return withPart(style, "fillId", "applyFill", fills_.add(printFragment(document.document_element())));
+  const std::uint32_t filled =
+      withPart(style, "fillId", "applyFill", fills_.add(printFragment(document.document_element())));
+  filled_.emplace(change, filled);
+  return filled;
 }
 
 std::uint32_t Styles::withLine(std::uint32_t style, Side side, const LineFormat& line) {

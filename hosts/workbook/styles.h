@@ -119,6 +119,7 @@ class Styles {
   std::vector<std::int32_t> newNumberFormats_;
   std::vector<std::uint32_t> palette_;
   std::vector<std::uint32_t> newFormats_;
+  std::unordered_map<std::string, std::uint32_t> filled_;  // what withFill answered
   mutable std::vector<std::unique_ptr<Facts>> facts_;
 };
 

@@ -326,8 +326,19 @@ void XmlScanner::appendResolved(std::string& to, std::string_view raw) const {
 
 void XmlScanner::skipElement() {
   const std::size_t outside = depth() - 1;
+  // What is passed over is written again later, so it must be sound as well.
+  const auto checkAttributes = [&] {
+    std::string_view rest = attributes_;
+    std::string_view attribute;
+    std::string_view value;
+    while (nextAttribute(rest, attribute, value)) {
+    }
+  };
+  checkAttributes();
   while (depth() > outside) {
-    if (next() == Token::end) return;
+    const Token token = next();
+    if (token == Token::end) return;
+    if (token == Token::startTag) checkAttributes();
   }
 }
 
