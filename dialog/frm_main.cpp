@@ -109,15 +109,21 @@ void frmMain::Form_Unload() {
   });
 }
 
-/// Unloads. A window that is still in its `show` lives until that returns.
+/// Unloads, also where a failure leaves Form_Unload. A window that is still in its `show` lives until that returns.
 void frmMain::release() {
+  struct Unloading {
+    frmMain& form;
+    ~Unloading() {
+      form.loaded_ = false;
+      if (form.shown_ && !form.closingWindow_) {
+        form.closingWindow_ = std::move(form.window_);
+      } else {
+        form.window_.reset();
+      }
+    }
+  };
+  const Unloading unloading{*this};
   Form_Unload();
-  loaded_ = false;
-  if (shown_ && !closingWindow_) {
-    closingWindow_ = std::move(window_);
-  } else {
-    window_.reset();
-  }
 }
 
 CAppSettings& frmMain::settings() {

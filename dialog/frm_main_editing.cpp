@@ -5,6 +5,7 @@
 #include "dialog/frm_main.h"
 #include "dialog/procedure_keys.h"
 #include "mervane/convert.h"
+#include "mervane/runtime_errors.h"
 #include "support/globals.h"
 #include "support/procedures.h"
 
@@ -25,6 +26,12 @@ constexpr std::pair<const char*, float> widthRule[] = {
 
 bool isEdit(const OptionItem& item) {
   return item.kind == OptionKind::edit || item.kind == OptionKind::editWithBrowse;
+}
+
+void beep() {
+  const auto& screen = globals::platform().screen;
+  if (!screen) raise(runtime::objectNotSet);
+  screen->beep();
 }
 
 }  // namespace
@@ -51,6 +58,7 @@ void frmMain::handle(Event&& event) {
 bool frmMain::edited(const std::string& key, const std::string& text) {
   bool cancel = false;
   handle([&] {
+    if (!suiOptions_.Contains(key)) return;
     OptionItem& one = suiOptions_.Item(key);
     if (!isEdit(one)) return;
     const Variant earlier = std::exchange(one.Value, Variant(text));
@@ -62,6 +70,7 @@ bool frmMain::edited(const std::string& key, const std::string& text) {
 
 void frmMain::chosen(const std::string& key, const std::string& caption) {
   handle([&] {
+    if (!suiOptions_.Contains(key)) return;
     OptionItem& one = suiOptions_.Item(key);
     if (one.kind != OptionKind::dropDown) return;
     one.Value = caption;
@@ -70,11 +79,15 @@ void frmMain::chosen(const std::string& key, const std::string& caption) {
 }
 
 void frmMain::browsed(const std::string& key) {
-  handle([&] { suiOptions_Browse(suiOptions_.Item(key)); });
+  handle([&] {
+    if (suiOptions_.Contains(key)) suiOptions_Browse(suiOptions_.Item(key));
+  });
 }
 
 void frmMain::clicked(const std::string& key) {
   handle([&] {
+    // A spacer has no key, and a click on it does nothing.
+    if (!suiOptions_.Contains(key)) return;
     OptionItem& one = suiOptions_.Item(key);
     if (one.kind == OptionKind::check) one.Checked = !one.Checked;
     if (one.kind == OptionKind::groupHeader) one.Expanded = !one.Expanded;
@@ -83,7 +96,9 @@ void frmMain::clicked(const std::string& key) {
 }
 
 void frmMain::buttonClicked(const std::string& key) {
-  handle([&] { suiButtons_Click(suiButtons_.Item(key)); });
+  handle([&] {
+    if (suiButtons_.Contains(key)) suiButtons_Click(suiButtons_.Item(key));
+  });
 }
 
 void frmMain::resized() {
@@ -101,14 +116,18 @@ void frmMain::resized() {
 bool frmMain::closeRequested(platform::UnloadMode mode) {
   if (!loaded_) return true;
   bool cancel = false;
-  try {
-    Form_QueryUnload(cancel, mode);
-    if (!cancel) release();
-  } catch (const Failure& failure) {
-    if (shown_ && !unhandled_) unhandled_ = failure;
-    if (loaded_) release();
-  }
-  return !cancel;
+  // What leaves either procedure is raised by Show; the window closes all the same.
+  const auto keepFailure = [&](auto&& part) {
+    try {
+      part();
+    } catch (const Failure& failure) {
+      if (shown_ && !unhandled_) unhandled_ = failure;
+    }
+  };
+  keepFailure([&] { Form_QueryUnload(cancel, mode); });
+  if (cancel) return false;
+  keepFailure([&] { release(); });
+  return true;
 }
 
 // --- Entries ------------------------------------------------------------------------------------------------------
@@ -130,7 +149,7 @@ void frmMain::suiOptions_AfterEdit(OptionItem& item, bool& cancel) {
         }
       });
     }
-    if (cancel) step([&] { globals::platform().screen->beep(); });
+    if (cancel) step([] { beep(); });
   });
 }
 

@@ -234,7 +234,7 @@ TEST_F(Editing, EachDesignedWidthAndItsConstantAddUpToTheDesignedList) {
   });
 }
 
-TEST_F(Editing, EventsOnUnknownItemsDoNothing) {
+TEST_F(Editing, EventsOnItemsOfAnotherKindDoNothing) {
   showing([&](HeadlessOptionWindow& window) {
     (void)window.edit("DATAGROUP", "5");
     EXPECT_TRUE(item("DATAGROUP").Value.isEmpty());
@@ -244,6 +244,22 @@ TEST_F(Editing, EventsOnUnknownItemsDoNothing) {
     EXPECT_TRUE(window.isShown());
     EXPECT_EQ(dialog.Tag(), "");
   });
+}
+
+TEST_F(Editing, EventsOnSpacersAndUnknownKeysDoNothing) {
+  for (const char* key : {"", "NOSUCHITEM"}) {
+    showing([&](HeadlessOptionWindow& window) {
+      (void)window.edit(key, "5");
+      window.choose(key, "5");
+      window.browse(key);
+      window.click(key);
+      window.press(key);
+      EXPECT_TRUE(window.isShown()) << key;
+      window.press("CLOSE");
+    });
+    EXPECT_EQ(dialog.Tag(), "CLOSE") << key;
+  }
+  EXPECT_TRUE(reports.empty());
 }
 
 }  // namespace mervane::tests

@@ -85,6 +85,48 @@ TEST_F(FailingServices, AnUnwritableErrorLogEndsTheShowingAndReachesItsCaller) {
   EXPECT_EQ(dialog.Tag(), "CLOSE");
 }
 
+TEST_F(FailingServices, AnUnwritableLogAtTheCloseBoxStillUnloadsAndReachesTheCaller) {
+  globals::errorHandler().ErrorHandlerActions(ehaLogFile);
+  globals::errorHandler().TracingEnabled(true);
+  int failures = 0;
+  for (int call = 1;; ++call) {
+    frmMain form;
+    (void)form.Inputs();
+    int raised = 0;
+    try {
+      showing(form, [&](HeadlessOptionWindow& window) {
+        machine.textFiles->script.failCall(call);
+        machine.textFiles->script.failFollowing();
+        window.close();
+        EXPECT_FALSE(window.isShown()) << call;
+      });
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.number(), eErr_ErrorHandlerFailure) << call;
+      ++raised;
+    }
+    EXPECT_FALSE(form.IsLoaded()) << call;
+    const bool triggered = machine.textFiles->script.triggered();
+    machine.textFiles->script = CallScript();
+    EXPECT_EQ(raised, triggered ? 1 : 0) << call;
+    showing(form, [](HeadlessOptionWindow& window) { window.press("CLOSE"); });
+    EXPECT_EQ(form.Tag(), "CLOSE") << call;
+    if (!triggered) break;
+    ++failures;
+  }
+  // Form_QueryUnload and Form_Unload, each with a line in and a line out.
+  EXPECT_EQ(failures, 4);
+}
+
+TEST_F(FailingServices, AMachineWithoutABellReportsTheRefusedEntry) {
+  machine.services->screen = nullptr;
+  showing([](HeadlessOptionWindow& window) {
+    EXPECT_FALSE(window.edit("CLUSTERS", "1"));
+    window.press("CLOSE");
+  });
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_THAT(reports[0], HasSubstr("in MervaneClass3.frmMain.suiOptions_AfterEdit at line 0"));
+}
+
 TEST_F(FailingServices, AFailingBeepIsReportedAndTheEntryIsRefusedAllTheSame) {
   machine.screen->script.failAlways();
   showing([&](HeadlessOptionWindow& window) {

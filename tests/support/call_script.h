@@ -20,8 +20,11 @@ class CallScript {
   void failCall(int number, const RuntimeError& error = runtime::pathFileAccess) {
     calls_ = 0;
     failing_ = number;
+    following_ = false;
     error_ = error;
   }
+  /// Every call behind the chosen one fails too.
+  void failFollowing() { following_ = true; }
   /// Every call fails.
   void failAlways(const RuntimeError& error = runtime::pathFileAccess) {
     always_ = true;
@@ -39,7 +42,7 @@ class CallScript {
   [[nodiscard]] bool due(std::string entry) {
     if (journal_) journal_->add(std::move(entry));
     ++calls_;
-    return always_ || calls_ == failing_;
+    return always_ || calls_ == failing_ || (following_ && triggered());
   }
 
  private:
@@ -47,6 +50,7 @@ class CallScript {
   int calls_ = 0;
   int failing_ = 0;
   bool always_ = false;
+  bool following_ = false;
   RuntimeError error_ = runtime::pathFileAccess;
 };
 
