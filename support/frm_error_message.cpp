@@ -122,7 +122,11 @@ void frmErrorMessage::activated() {
   if (supportMail_.empty()) attempt([&] { suiButtons_.Remove("MAIL"); });
   attempt([&] { window_->itemsChanged(); });
   // 3. NB: once for each return to the window.
-  attempt([&] { globals::platform().screen->beep(); });
+  attempt([&] {
+    const auto& screen = globals::platform().screen;
+    if (!screen) raise(runtime::objectNotSet);
+    screen->beep();
+  });
 }
 
 void frmErrorMessage::resized() {
@@ -132,17 +136,18 @@ void frmErrorMessage::resized() {
   for (const OptionItem& item : suiButtons_) {
     attempt([&] { total = roundToInt32(total + double{item.Width}); });
   }
-  attempt([&] {
-    // 2.
-    const double spacer = double{suiButtons_.Item("SPACER").Width};
-    const double bar = double{window_->barWidth()};
-    // 3. An integer division drops the fraction towards zero.
-    std::int32_t width = roundToInt32(bar - total + spacer - barMargin) / 2;
-    // 4.
-    if (width < narrowestSpacer) width = narrowestSpacer;
-    // 5.
-    suiButtons_.Item("SPACER").Width = static_cast<float>(width);
-  });
+  // 2. Each value keeps its 0 where it cannot be read.
+  double spacer = 0.0;
+  attempt([&] { spacer = double{suiButtons_.Item("SPACER").Width}; });
+  double bar = 0.0;
+  attempt([&] { bar = double{window_->barWidth()}; });
+  // 3. An integer division drops the fraction towards zero.
+  std::int32_t width = 0;
+  attempt([&] { width = roundToInt32(bar - total + spacer - barMargin) / 2; });
+  // 4.
+  if (width < narrowestSpacer) width = narrowestSpacer;
+  // 5.
+  attempt([&] { suiButtons_.Item("SPACER").Width = static_cast<float>(width); });
   attempt([&] { window_->itemsChanged(); });
 }
 
@@ -170,7 +175,9 @@ void frmErrorMessage::sendMail() {
   // 3.
   const std::string& subject = suiTitle_.Item("TITLE").Caption;
   // 4. and 5.
-  globals::platform().mail->open("mailto:" + supportMail_ + "?subject=" + subject + "&body=" + body);
+  const auto& mail = globals::platform().mail;
+  if (!mail) raise(runtime::objectNotSet);
+  mail->open("mailto:" + supportMail_ + "?subject=" + subject + "&body=" + body);
 }
 
 }  // namespace mervane

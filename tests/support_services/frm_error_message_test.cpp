@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "mervane/failure.h"
+#include "mervane/runtime_errors.h"
 #include "platform/headless/headless_error_window.h"
 #include "tests/support/test_machine.h"
 
@@ -129,6 +130,40 @@ TEST_F(ErrorMessageForm, AFractionOfATwipRoundsToTheEvenNeighbour) {
   });
 }
 
+TEST_F(ErrorMessageForm, ABarThatCannotBeMeasuredGivesTheSpacerItsMinimum) {
+  /// Its bar cannot be measured at the second asking.
+  class NoBar final : public platform::ErrorWindow {
+   public:
+    void load(const std::string&, const platform::OptionItems&, const platform::OptionItems& buttons,
+              platform::ErrorWindowEvents& events) override {
+      buttons_ = &buttons;
+      events_ = &events;
+    }
+    void itemsChanged() override {}
+    void setMessage(const std::string&) override {}
+    void show() override {
+      events_->activated();
+      events_->resized();
+      EXPECT_GT(buttons_->Item("SPACER").Width, 45);
+      events_->resized();
+      EXPECT_EQ(buttons_->Item("SPACER").Width, 45);
+      events_->clicked("RETRY");
+    }
+    void hide() override {}
+    [[nodiscard]] float barWidth() const override {
+      if (++askings_ > 1) raise(runtime::objectNotSet);
+      return 4980.0F;
+    }
+
+   private:
+    const platform::OptionItems* buttons_ = nullptr;
+    platform::ErrorWindowEvents* events_ = nullptr;
+    mutable int askings_ = 0;
+  };
+  machine.services->createErrorWindow = [] { return std::make_unique<NoBar>(); };
+  EXPECT_EQ(report("text", "a@b", nullptr), "RETRY");
+}
+
 TEST_F(ErrorMessageForm, TheMailCarriesTheReportAndLeavesTheDialogUp) {
   EXPECT_EQ(report("3/14/2005\r\n\tError: 13\r\n\r\nEnd", "help@example.org",
                    [&](View& view) {
@@ -165,6 +200,18 @@ TEST_F(ErrorMessageForm, AMailProgramThatCannotBeStartedEndsWithoutAWord) {
 TEST_F(ErrorMessageForm, ABellThatFailsIsSkipped) {
   machine.screen->script.failAlways();
   EXPECT_EQ(report("text", "", [](View& view) { view.click("IGNORE"); }), "IGNORE");
+}
+
+TEST_F(ErrorMessageForm, AMachineWithoutBellOrMailShowsTheReportAllTheSame) {
+  machine.services->screen = nullptr;
+  machine.services->mail = nullptr;
+  EXPECT_EQ(report("text", "a@b",
+                   [](View& view) {
+                     EXPECT_EQ(view.title().Item(1).Caption, "An error occurred in MervaneClass");
+                     view.click("MAIL");
+                     view.click("RETRY");
+                   }),
+            "RETRY");
 }
 
 TEST_F(ErrorMessageForm, UnloadingLosesTheReportAndKeepsTheAddress) {
