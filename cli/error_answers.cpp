@@ -31,8 +31,8 @@ class ReportPrinter final : public platform::ErrorWindow {
   void itemsChanged() override {}
   void setMessage(const std::string& text) override { message_ = text; }
   void show() override {
-    events_->resized();
     events_->activated();
+    events_->resized();
     events_->clicked(answers_.answer(message_));
   }
   void hide() override {}
