@@ -1,6 +1,7 @@
 #include "hosts/workbook/auto_fit.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "hosts/workbook/font_metrics.h"
 #include "hosts/workbook/sheet.h"
@@ -36,8 +37,23 @@ void FitCache::willChange(Sheet& sheet, CellAddress at) {
   entry.writtenRows.push_back(at.row);
 }
 
+void FitCache::willChange(Sheet& sheet, const CellArea& area) {
+  if (entries_.empty()) return;
+  if (area.cells() > static_cast<std::int64_t>(mostWrittenRows)) {
+    forget();
+    return;
+  }
+  for (std::int32_t row = area.firstRow; row <= area.lastRow; ++row) {
+    for (std::int32_t column = area.firstColumn; column <= area.lastColumn; ++column)
+      willChange(sheet, CellAddress{row, column});
+  }
+}
+
 void autoFit(Sheet& sheet, std::int32_t firstColumn, std::int32_t lastColumn) {
   sheet.requirePermission("formatColumns", "changes of column widths");
+  const CellStore& cells = sheet.cells();
+  std::vector<FitCache::Entry*> unknown(static_cast<std::size_t>(lastColumn - firstColumn) + 1, nullptr);
+  bool isUnknown = false;
   for (std::int32_t column = firstColumn; column <= lastColumn; ++column) {
     FitCache::Entry& entry = sheet.fitCache().entry(column);
     if (entry.isKnown) {
@@ -45,15 +61,26 @@ void autoFit(Sheet& sheet, std::int32_t firstColumn, std::int32_t lastColumn) {
         entry.widest = std::max(entry.widest, cellWidth(sheet, {row, column}));
       }
     } else {
-      entry.widest = 0.0;
-      sheet.cells().forEachRow([&](std::int32_t row, const Row&) {
-        entry.widest = std::max(entry.widest, cellWidth(sheet, {row, column}));
-      });
-      entry.isKnown = true;
+      unknown[static_cast<std::size_t>(column - firstColumn)] = &entry;
+      isUnknown = true;
+      entry = {0.0, true, {}};
     }
     entry.writtenRows.clear();
-    if (entry.widest <= 0.0) continue;
-    sheet.columns().setFittedWidth(column, SheetGeometry::charactersFor(entry.widest, sheet.shared().digitPixels));
+  }
+  // OPTIMIZATION: all columns are measured in one pass, since the cells of a row lie side by side.
+  if (isUnknown) {
+    cells.forEachRow([&](std::int32_t row, const Row& one) {
+      for (const Cell& cell : one.cells) {
+        if (cell.column < firstColumn || cell.column > lastColumn || cell.kind == CellKind::empty) continue;
+        FitCache::Entry* entry = unknown[static_cast<std::size_t>(cell.column - firstColumn)];
+        if (entry != nullptr) entry->widest = std::max(entry->widest, cellWidth(sheet, {row, cell.column}));
+      }
+    });
+  }
+  for (std::int32_t column = firstColumn; column <= lastColumn; ++column) {
+    const double widest = sheet.fitCache().entry(column).widest;
+    if (widest <= 0.0) continue;
+    sheet.columns().setFittedWidth(column, SheetGeometry::charactersFor(widest, sheet.shared().digitPixels));
   }
   sheet.geometry().forget();
   sheet.markChanged();

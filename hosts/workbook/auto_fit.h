@@ -21,7 +21,9 @@ class FitCache {
   };
   /// To be called before a cell gets another value.
   void willChange(Sheet& sheet, CellAddress at);
-  /// Forgets all widths: cells were moved or formats changed.
+  /// The same for an area whose formats change.
+  void willChange(Sheet& sheet, const CellArea& area);
+  /// Forgets all widths: cells were moved.
   void forget() { entries_.clear(); }
   [[nodiscard]] Entry& entry(std::int32_t column) { return entries_[column]; }
 

@@ -95,10 +95,11 @@ void Styles::List::beginSave() {
 
 std::uint32_t Styles::List::assign(std::uint32_t number) {
   if (number < original) return number;
+  if (const auto known = assigned.find(number); known != assigned.end()) return known->second;
   const auto next = static_cast<std::uint32_t>(original + news.size());
-  const auto [place, isNew] = assigned.try_emplace(number, next);
-  if (isNew) news.push_back(number);
-  return place->second;
+  assigned.emplace(number, next);
+  news.push_back(number);
+  return next;
 }
 
 void Styles::load(std::string_view content, std::string_view partName) {

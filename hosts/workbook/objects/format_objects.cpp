@@ -296,8 +296,8 @@ class FontObject final : public sheet::Object {
       if (member != member::Bold) raise(runtime::memberNotSupported);
       const bool bold = truthArgument(arguments, 0);
       Sheet& target = book_.sheet(area_.sheet);
+      target.fitCache().willChange(target, area_.area);
       target.restyle(area_.area, [&](std::uint32_t style) { return styles.withBold(style, bold); });
-      target.fitCache().forget();
       return {};
     }
     switch (member) {

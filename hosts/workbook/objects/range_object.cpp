@@ -272,6 +272,7 @@ void RangeObject::put(member::Id member, Arguments arguments) {
       const std::string code = textArgument(arguments, arguments.size() - 1);
       if (code.empty()) refuse("A number format cannot be empty; \"General\" is the plain one.");
       Styles& styles = book_.shared().styles;
+      sheet().fitCache().willChange(sheet(), area_);
       sheet().restyle(area_, [&](std::uint32_t style) { return styles.withNumberFormat(style, code); });
       return;
     }
