@@ -32,7 +32,9 @@ FaultInjector::FaultInjector(const sheet::ObjectRef& host, Refusal refusal)
     : count_(std::make_shared<Count>(Count{.refusal = std::move(refusal)})),
       object_(std::make_shared<Faulty>(host, count_)) {}
 
-void FaultInjector::failCall(int failingCall) { *count_ = {.failing = failingCall}; }
+void FaultInjector::failCall(int failingCall) {
+  *count_ = {.failing = failingCall};
+}
 
 bool FaultInjector::triggered() const noexcept {
   return count_->triggered;
