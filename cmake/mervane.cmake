@@ -51,10 +51,27 @@ function(mervane_library name)
 endfunction()
 
 # mervane_test(NAME SOURCES a_test.cpp ... [LINKS ...]): one test program of one folder, its cases known to ctest.
+#
+# Most of the time of a test's compilation goes into the test framework's headers, so all tests share them compiled once,
+# and tests are not optimised much.
 function(mervane_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  if(NOT TARGET mervane_test_headers)
+    file(WRITE ${CMAKE_BINARY_DIR}/test_headers.cpp "int main() { return 0; }\n")
+    add_executable(mervane_test_headers EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/test_headers.cpp)
+    mervane_test_options(mervane_test_headers)
+    target_precompile_headers(mervane_test_headers PRIVATE
+      <gtest/gtest.h> <algorithm> <cstdint> <functional> <map> <memory> <optional> <string> <variant> <vector>)
+  endif()
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE mervane_flags ${arg_LINKS} GTest::gtest_main)
-  target_compile_definitions(${name} PRIVATE MERVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  mervane_test_options(${name})
+  target_link_libraries(${name} PRIVATE ${arg_LINKS})
+  target_precompile_headers(${name} REUSE_FROM mervane_test_headers)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+endfunction()
+
+function(mervane_test_options name)
+  target_link_libraries(${name} PRIVATE mervane_flags GTest::gtest_main)
+  target_compile_options(${name} PRIVATE $<$<NOT:$<BOOL:${MERVANE_SANITIZE}>>:-O1>)
+  target_compile_definitions(${name} PRIVATE MERVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 endfunction()
