@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "cli/cluster_options.h"
+#include "cli/settings_command.h"
+#include "cli/sheets_options.h"
 
 namespace mervane::cli {
 
@@ -14,7 +16,7 @@ struct TextToPrint {
 };
 
 /// What the command line asks for; one alternative for each command.
-using Request = std::variant<TextToPrint, ClusterOptions>;
+using Request = std::variant<TextToPrint, ClusterOptions, SheetsOptions, SettingsOptions>;
 
 /// @param arguments without the program's name. Raises a Problem with the status usage.
 [[nodiscard]] Request parseArguments(const std::vector<std::string>& arguments);

@@ -4,6 +4,7 @@
 #include "cli/column_selection.h"
 #include "cli/commands.h"
 #include "cli/data_table.h"
+#include "cli/outcome.h"
 #include "cli/output_file.h"
 #include "cli/output_formats.h"
 #include "cli/problem.h"
@@ -25,6 +26,14 @@ Format formatFor(const ClusterOptions& options, const Dialect& dialect) {
   if (options.format) return *options.format;
   if (const auto format = formatOfName(options.output)) return *format;
   return dialect.delimiter == '\t' ? Format::tsv : Format::csv;
+}
+
+void refuseWorkbookFlags(const ClusterOptions& options) {
+  if (options.workbookFlag.empty()) return;
+  throw Problem(
+      ExitStatus::usage,
+      options.workbookFlag + " is for workbooks, and " + sourceName(options.input) + " is read as a data file",
+      "The name of a workbook ends in .xlsx or .xlsm.");
 }
 
 void checkPaths(const ClusterOptions& options) {
@@ -107,18 +116,7 @@ void writeResults(const Results& results, Format format, const ClusterOptions& o
   out->commit();
 }
 
-void tellOutcome(const ClusterRun& run, const ClusterOptions& options, const Report& report, Talk& talk) {
-  if (run.wasStopped && run.epochsDone < run.epochs) {
-    talk.warning("interrupted: the clusters are those after epoch " + decimal(run.epochsDone) + " of " +
-                 decimal(run.epochs));
-  }
-  if (run.ignoredFailures > 0) {
-    talk.warning(counted(run.ignoredFailures, "failure was", "failures were") + " ignored; the result may be wrong");
-  }
-  if (report.rowsWithoutCluster > 0) {
-    talk.warning(counted(report.rowsWithoutCluster, "row has", "rows have") + " no cluster and got 0");
-  }
-  if (!report.emptyClusters.empty()) talk.warning(emptyClustersText(report.emptyClusters));
+void tellWritten(const ClusterRun& run, const ClusterOptions& options, const Report& report, Talk& talk) {
   if (!options.output.empty() && options.output != "-") {
     talk.note(counted(report.rows, "row", "rows") + " in " + counted(run.clusters, "cluster", "clusters") +
               " written to " + printable(options.output));
@@ -128,7 +126,9 @@ void tellOutcome(const ClusterRun& run, const ClusterOptions& options, const Rep
 }  // namespace
 
 ExitStatus clusterDataFile(const ClusterOptions& options, Talk& talk) {
+  refuseWorkbookFlags(options);
   checkPaths(options);
+  checkLogs(options.run.logs);
   const DataTable table = readInput(options);
   const TableShape shape = shapeOf(table, options.header);
   const Selection selection = select(options, table, shape, talk);
@@ -145,11 +145,10 @@ ExitStatus clusterDataFile(const ClusterOptions& options, Talk& talk) {
       {table, shape, selection.columns, selection.mark, run.labels, resultColumnName(options.resultName, shape)},
       format, options);
 
-  Report report = countsOf(run, columnNames(shape, selection.columns), options.run.network.scale.value_or(true));
-  tellOutcome(run, options, report, talk);
-  if (options.report != ReportForm::none) measure(report, run);
-  if (options.report == ReportForm::text) talk.text(reportText(report));
-  if (options.report == ReportForm::json) talk.text(reportJson(report));
+  Report report = countsOf(run, columnNames(shape, selection.columns), run.scaled);
+  tellOutcome(run, report, talk);
+  tellWritten(run, options, report, talk);
+  tellReport(report, run, options.report, talk);
   return ExitStatus::done;
 }
 

@@ -9,6 +9,7 @@
 #include "cli/output_formats.h"
 #include "cli/report.h"
 #include "cli/talk.h"
+#include "cli/workbook_options.h"
 
 namespace mervane::cli {
 
@@ -24,6 +25,11 @@ struct ClusterOptions {
   std::optional<bool> header;
   std::optional<DecimalMark> decimal;
   std::vector<std::string> columns;
+
+  WorkbookOptions book;
+  /// The last flag given that is for data files alone, and for workbooks alone; empty for none.
+  std::string dataFileFlag;
+  std::string workbookFlag;
 
   ClusterRunOptions run;
   ReportForm report = ReportForm::none;

@@ -1,20 +1,16 @@
 #include "cli/cluster_run.h"
 
-#include <chrono>
 #include <limits>
 #include <memory>
 #include <utility>
 
-#include "cli/interruption.h"
-#include "cli/output_file.h"
 #include "cli/problem.h"
-#include "cli/progress.h"
 #include "cli/services.h"
 #include "cli/talk.h"
 #include "cli/text_display.h"
+#include "cli/training_watch.h"
 #include "engine/competitive_network.h"
 #include "mervane/classifier3.h"
-#include "mervane/convert.h"
 #include "mervane/failure.h"
 
 namespace mervane::cli {
@@ -43,7 +39,7 @@ void setProperty(const char* flag, const Set& set) {
 }
 
 void setProperties(Classifier3& classifier, const NetworkOptions& options) {
-  classifier.Clusters(options.clusters);
+  if (options.clusters) classifier.Clusters(*options.clusters);
   setProperty("--learning-rate", [&] {
     if (options.learningRate) classifier.LearningRate(*options.learningRate);
   });
@@ -57,10 +53,16 @@ void setProperties(Classifier3& classifier, const NetworkOptions& options) {
   if (options.activation) classifier.ActivationFunction(static_cast<enuActivationFunction>(*options.activation));
 }
 
+template <class T>
+std::vector<double> widened(const Array<T>& array) {
+  return {array.elements().begin(), array.elements().end()};
+}
+
 /// The samples as the network gets them in the end.
 std::vector<double> seenSamples(const Classifier3& classifier) {
   const Variant inputs = classifier.Inputs();
-  std::vector<double> samples = inputs.array().getIf<double>()->elements();
+  const auto* single = inputs.array().getIf<float>();
+  std::vector<double> samples = single != nullptr ? widened(*single) : widened(*inputs.array().getIf<double>());
   if (!classifier.AutoScaleInputs()) return samples;
   constexpr double low = 0.001;
   constexpr double high = 0.999;
@@ -75,87 +77,63 @@ std::vector<double> seenSamples(const Classifier3& classifier) {
   return samples;
 }
 
-std::string traceLine(std::int32_t epoch, double rate, std::int32_t radius) {
-  return decimal(epoch) + "," + formatExact(rate) + "," + decimal(radius) + "\n";
+}  // namespace
+
+OwnedClassifier::OwnedClassifier()
+    : engine_(std::make_shared<CompetitiveNetwork>()),
+      object_(Classifier3::create({.createEngine = [engine = engine_] { return engine; }})) {}
+
+OwnedClassifier::~OwnedClassifier() {
+  object_->UnloadfrmMain();
 }
 
-/// Lets go of the component in the right order, whatever happens.
-class OwnedClassifier {
- public:
-  explicit OwnedClassifier(const Classifier3::Environment& environment) : object_(Classifier3::create(environment)) {}
-  OwnedClassifier(const OwnedClassifier&) = delete;
-  OwnedClassifier& operator=(const OwnedClassifier&) = delete;
-  ~OwnedClassifier() { object_->UnloadfrmMain(); }
-  [[nodiscard]] Classifier3& operator*() const { return *object_; }
+ClusterRun OwnedClassifier::outcome(const TrainingWatch& watch) const {
+  ClusterRun run;
+  run.columns = static_cast<std::size_t>(object_->GetColumnsCount());
+  run.clusters = object_->Clusters();
+  run.epochs = object_->EpochCount();
+  run.epochsDone = watch.epochsDone();
+  run.wasStopped = watch.wasStopped();
+  run.scaled = object_->AutoScaleInputs();
+  run.seconds = watch.seconds();
+  run.labels = object_->Outputs().elements();
+  run.samples = seenSamples(*object_);
+  try {
+    const auto weights = engine_->weights();
+    run.units.assign(weights.begin(), weights.end());
+  } catch (const Failure&) {
+    run.units.clear();  // A failure that was ignored has left no network.
+  }
+  return run;
+}
 
- private:
-  std::shared_ptr<Classifier3> object_;
-};
-
-}  // namespace
+void requireNotAborted(const ErrorAnswers& answers) {
+  if (answers.aborted() == 0) return;
+  throw Problem(ExitStatus::engineFailure, "the run failed; nothing is written",
+                "The report above says what failed. --on-error tells how to go on after a failure.");
+}
 
 ClusterRun runClassifier(std::vector<double> values, std::size_t columns, const ClusterRunOptions& options, Talk& talk,
                          OutputFile* trace) {
   ErrorAnswers answers(talk, options.onError);
-  const ServicesInUse services(answers);
-  const auto engine = std::make_shared<CompetitiveNetwork>();
-  const OwnedClassifier owned({.createEngine = [&] { return engine; }});
+  const ServicesInUse services(commandLineServices(answers));
+  const OwnedClassifier owned;
   Classifier3& classifier = *owned;
+  switchOnLogs(options.logs);
 
   const auto rows = static_cast<std::int64_t>(values.size() / columns);
   setProperties(classifier, options.network);
   classifier.Inputs(arrayOf(std::move(values), columns));
 
-  ClusterRun run;
-  run.columns = columns;
-  run.clusters = classifier.Clusters();
-  run.epochs = classifier.EpochCount();
-  Progress progress(talk, options.showProgress, rows, run.epochs);
-  if (trace != nullptr) trace->write("epoch,learning_rate,radius\n");
-  std::optional<Problem> traceTrouble;  // The component takes failures of its own kind only.
-
-  classifier.addNextEpochSink([&](std::int32_t& epoch, double& rate, std::int32_t& radius) {
-    run.epochsDone = epoch;
-    try {
-      if (trace != nullptr && !traceTrouble) {
-        trace->write(traceLine(epoch, rate, radius));
-        trace->flush();
-      }
-    } catch (const Problem& problem) {
-      traceTrouble = problem;
-      classifier.StopLearning();
-    }
-    progress.epochDone(epoch);
-    if (interruption::requested() && !run.wasStopped) {
-      run.wasStopped = true;
-      classifier.StopLearning();
-      talk.note("stopping after the next epoch; press Ctrl-C again to leave without results");
-    }
-  });
-
-  interruption::beginLearning();
-  const auto begin = std::chrono::steady_clock::now();
-  progress.begin();
+  TrainingWatch watch(classifier, talk, options.showProgress, trace);
+  watch.begin(rows);
   classifier.Run();
-  progress.end();
-  run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  watch.end();
 
-  if (traceTrouble) throw *traceTrouble;
+  watch.requireTrace();
+  requireNotAborted(answers);
+  ClusterRun run = owned.outcome(watch);
   run.ignoredFailures = answers.ignored();
-  if (answers.aborted() > 0) {
-    throw Problem(ExitStatus::engineFailure, "the run failed; nothing is written",
-                  "The report above says what failed. --on-error tells how to go on after a failure.");
-  }
-  // The epoch that a stop lets run to its end raises no event.
-  if (run.wasStopped && run.epochsDone < run.epochs) ++run.epochsDone;
-  run.labels = classifier.Outputs().elements();
-  run.samples = seenSamples(classifier);
-  try {
-    const auto weights = engine->weights();
-    run.units.assign(weights.begin(), weights.end());
-  } catch (const Failure&) {
-    run.units.clear();  // A failure that was ignored has left no network.
-  }
   return run;
 }
 

@@ -1,25 +1,28 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/error_answers.h"
+#include "cli/services.h"
 
 namespace mervane {
-class NetworkEngine;
-}
+class Classifier3;
+class CompetitiveNetwork;
+}  // namespace mervane
 
 namespace mervane::cli {
 
 class OutputFile;
 class Talk;
+class TrainingWatch;
 
 /// The properties of the component that the command line sets; what is left out keeps the component's default.
 struct NetworkOptions {
-  std::int32_t clusters = 3;
+  std::optional<std::int32_t> clusters;
   std::optional<double> learningRate;
   std::optional<std::int32_t> epochs;
   std::optional<double> initialWeights;
@@ -31,7 +34,8 @@ struct NetworkOptions {
 
 struct ClusterRunOptions {
   NetworkOptions network;
-  ErrorPolicy onError;
+  ErrorPolicy onError{ErrorPolicy::Answer::ask, 0};
+  LogFiles logs;
   bool showProgress = true;
 };
 
@@ -45,9 +49,30 @@ struct ClusterRun {
   std::int32_t epochs = 0;      ///< asked for
   std::int32_t epochsDone = 0;  ///< fewer where the training was interrupted
   bool wasStopped = false;
+  bool scaled = true;
   double seconds = 0.0;  ///< spent in training and assigning
   std::int32_t ignoredFailures = 0;
 };
+
+/// A component with the built-in network, let go of in the right order, whatever happens. The thread has its services.
+class OwnedClassifier {
+ public:
+  OwnedClassifier();
+  OwnedClassifier(const OwnedClassifier&) = delete;
+  OwnedClassifier& operator=(const OwnedClassifier&) = delete;
+  ~OwnedClassifier();
+  [[nodiscard]] Classifier3& operator*() const { return *object_; }
+
+  /// What a finished run has made of the inputs.
+  [[nodiscard]] ClusterRun outcome(const TrainingWatch& watch) const;
+
+ private:
+  std::shared_ptr<CompetitiveNetwork> engine_;
+  std::shared_ptr<Classifier3> object_;
+};
+
+/// Raises a Problem with the status engineFailure where a failure was answered with abort.
+void requireNotAborted(const ErrorAnswers& answers);
 
 /// Runs the component on the values, row-major.
 ///

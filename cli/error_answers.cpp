@@ -1,6 +1,7 @@
 #include "cli/error_answers.h"
 
 #include "cli/talk.h"
+#include "cli/terminal.h"
 
 namespace mervane::cli {
 
@@ -51,14 +52,36 @@ std::unique_ptr<platform::ErrorWindow> ErrorAnswers::createWindow() {
   return std::make_unique<ReportPrinter>(*this);
 }
 
+ErrorPolicy::Answer ErrorAnswers::asked() {
+  while (const auto line = terminal::askLine("[A]bort, [R]etry, [I]gnore? ")) {
+    switch (line->empty() ? '\0' : line->front()) {
+      case 'a':
+      case 'A':
+        return ErrorPolicy::Answer::abort;
+      case 'r':
+      case 'R':
+        return ErrorPolicy::Answer::retry;
+      case 'i':
+      case 'I':
+        return ErrorPolicy::Answer::ignore;
+      default:
+        break;
+    }
+  }
+  return ErrorPolicy::Answer::abort;
+}
+
 const char* ErrorAnswers::answer(const std::string& report) {
   talk_.text(forTerminal(report));
-  if (policy_.answer == ErrorPolicy::Answer::ignore) {
+  ErrorPolicy::Answer answer = policy_.answer;
+  if (answer == ErrorPolicy::Answer::ask) answer = asked();
+  if (answer == ErrorPolicy::Answer::ignore) {
     ++ignored_;
     talk_.note("the failure is ignored");
     return "IGNORE";
   }
-  if (policy_.answer == ErrorPolicy::Answer::retry && retried_ < policy_.retries) {
+  const bool mayRetry = policy_.answer == ErrorPolicy::Answer::ask || retried_ < policy_.retries;
+  if (answer == ErrorPolicy::Answer::retry && mayRetry) {
     ++retried_;
     talk_.note("trying again");
     return "RETRY";

@@ -11,7 +11,8 @@ class Talk;
 
 /// What `--on-error` says: the answer to a failure report.
 struct ErrorPolicy {
-  enum class Answer { abort, retry, ignore };
+  /// `ask` asks on a terminal and aborts where there is none.
+  enum class Answer { abort, retry, ignore, ask };
   Answer answer = Answer::abort;
   /// With retry: how often in the whole run. Every failure behind that is answered with abort.
   std::int32_t retries = 0;
@@ -34,6 +35,7 @@ class ErrorAnswers {
   friend class ReportPrinter;
   /// Prints the report and returns the key of the button to press.
   [[nodiscard]] const char* answer(const std::string& report);
+  [[nodiscard]] static ErrorPolicy::Answer asked();
 
   Talk& talk_;
   ErrorPolicy policy_;

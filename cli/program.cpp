@@ -5,9 +5,12 @@
 
 #include "cli/arguments.h"
 #include "cli/commands.h"
+#include "cli/error_answers.h"
 #include "cli/interruption.h"
 #include "cli/output_file.h"
 #include "cli/problem.h"
+#include "cli/services.h"
+#include "cli/settings_command.h"
 #include "cli/talk.h"
 #include "mervane/failure.h"
 
@@ -27,6 +30,12 @@ class Dispatch {
   ExitStatus operator()(const ClusterOptions& options) const {
     talk_.level(options.level);
     return cluster(options, talk_);
+  }
+  ExitStatus operator()(const SheetsOptions& options) const { return sheets(options); }
+  ExitStatus operator()(const SettingsOptions& options) const {
+    ErrorAnswers answers(talk_, {});
+    const ServicesInUse services(rememberingServices(answers));
+    return settings(options);
   }
 
  private:

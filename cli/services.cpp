@@ -1,30 +1,20 @@
 #include "cli/services.h"
 
-#include <chrono>
-#include <ctime>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <utility>
 
 #include "cli/error_answers.h"
+#include "cli/forgetful_key_store.h"
+#include "cli/problem.h"
+#include "cli/text_display.h"
+#include "platform/posix/services.h"
+#include "support/error_handler.h"
 #include "support/globals.h"
 
 namespace mervane::cli {
 namespace {
-
-class LocalClock final : public platform::Clock {
- public:
-  Date now() override {
-    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-    const std::time_t seconds = std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count();
-    const std::tm* local = std::localtime(&seconds);  // NOLINT(concurrency-mt-unsafe): the program has one thread.
-    if (local == nullptr) return {};
-    const auto day = std::chrono::sys_days(std::chrono::year(local->tm_year + 1900) /
-                                           std::chrono::month(static_cast<unsigned>(local->tm_mon + 1)) /
-                                           std::chrono::day(static_cast<unsigned>(local->tm_mday)));
-    constexpr auto dayZero = std::chrono::sys_days(std::chrono::year(1899) / 12 / 30);
-    constexpr double secondsOfDay = 86400.0;
-    const int ofDay = (local->tm_hour * 60 + local->tm_min) * 60 + local->tm_sec;
-    return {static_cast<double>((day - dayZero).count()) + ofDay / secondsOfDay};
-  }
-};
 
 /// A program without windows has no pointer to change, and a beep would only disturb.
 class SilentScreen final : public platform::Screen {
@@ -33,19 +23,51 @@ class SilentScreen final : public platform::Screen {
   void beep() override {}
 };
 
+void checkLog(const char* flag, const std::string& path) {
+  if (path.empty()) return;
+  errno = 0;
+  if (std::ofstream(path, std::ios::app)) return;
+  throw Problem(ExitStatus::fileTrouble,
+                std::string(flag) + ": " + printable(path) + " cannot be written: " + std::strerror(errno),
+                "Name a file in a folder that you may write to.");
+}
+
 }  // namespace
 
-std::shared_ptr<const platform::Services> commandLineServices(ErrorAnswers& answers) {
-  auto services = std::make_shared<platform::Services>();
-  services->locale = englishLocale();
-  services->clock = std::make_shared<LocalClock>();
+void checkLogs(const LogFiles& logs) {
+  checkLog("--log", logs.errors);
+  checkLog("--trace-calls", logs.calls);
+}
+
+void switchOnLogs(const LogFiles& logs) {
+  CErrorHandler& handler = globals::errorHandler();
+  if (!logs.errors.empty()) {
+    handler.ErrorLogFile(logs.errors);
+    handler.ErrorHandlerActions(ehaErrorForm + ehaLogFile);
+  }
+  if (!logs.calls.empty()) {
+    handler.TracingLogFile(logs.calls);
+    handler.TracingFlags(tfLogFile);
+    handler.TracingEnabled(true);
+  }
+}
+
+std::shared_ptr<platform::Services> rememberingServices(ErrorAnswers& answers) {
+  auto services = std::make_shared<platform::Services>(posix::makePosixServices());
   services->screen = std::make_shared<SilentScreen>();
   services->createErrorWindow = [&answers] { return answers.createWindow(); };
   return services;
 }
 
-ServicesInUse::ServicesInUse(ErrorAnswers& answers) {
-  globals::platform(commandLineServices(answers));
+std::shared_ptr<platform::Services> commandLineServices(ErrorAnswers& answers) {
+  auto services = rememberingServices(answers);
+  services->locale = englishLocale();
+  services->keyStore = std::make_shared<ForgetfulKeyStore>();
+  return services;
+}
+
+ServicesInUse::ServicesInUse(std::shared_ptr<const platform::Services> services) {
+  globals::platform(std::move(services));
 }
 ServicesInUse::~ServicesInUse() {
   globals::release();

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <optional>
+#include <string>
 
 /// What the program asks of the terminal that it may be attached to.
 namespace mervane::cli::terminal {
@@ -13,5 +15,9 @@ namespace mervane::cli::terminal {
 [[nodiscard]] bool wantsColour(std::FILE* stream);
 /// Bytes pass unchanged, where the machine would change line ends otherwise.
 void useBinary(std::FILE* stream);
+
+/// Asks on standard error and reads a line from standard input. Nothing where one of them is no terminal, or at the
+/// end of the input.
+[[nodiscard]] std::optional<std::string> askLine(const std::string& question);
 
 }  // namespace mervane::cli::terminal

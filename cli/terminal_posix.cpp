@@ -28,6 +28,18 @@ bool wantsColour(std::FILE* stream) {
   return isTerminal(stream);
 }
 
+std::optional<std::string> askLine(const std::string& question) {
+  if (!isTerminal(stdin) || !isTerminal(stderr)) return std::nullopt;
+  static_cast<void>(std::fputs(question.c_str(), stderr));
+  static_cast<void>(std::fflush(stderr));
+  std::string line;
+  for (int c = std::getchar(); c != '\n'; c = std::getchar()) {
+    if (c == EOF) return std::nullopt;
+    line += static_cast<char>(c);
+  }
+  return line;
+}
+
 void useBinary(std::FILE*) {}
 
 }  // namespace mervane::cli::terminal

@@ -19,11 +19,11 @@ std::string textOf(const std::vector<std::string>& arguments) {
 TEST(Arguments, LeaveTheComponentsDefaultsAlone) {
   const ClusterOptions options = optionsOf({"data.csv"});
   EXPECT_EQ(options.input, "data.csv");
-  EXPECT_EQ(options.run.network.clusters, 3);
+  EXPECT_FALSE(options.run.network.clusters);
   EXPECT_FALSE(options.run.network.learningRate || options.run.network.epochs || options.run.network.initialWeights);
   EXPECT_FALSE(options.run.network.learningRadius || options.run.network.convex || options.run.network.scale);
   EXPECT_FALSE(options.run.network.activation || options.format || options.header || options.decimal);
-  EXPECT_EQ(options.run.onError.answer, ErrorPolicy::Answer::abort);
+  EXPECT_EQ(options.run.onError.answer, ErrorPolicy::Answer::ask);
   EXPECT_TRUE(options.run.showProgress);
   EXPECT_EQ(options.report, ReportForm::none);
   EXPECT_EQ(options.level, Talk::Level::normal);
@@ -102,7 +102,7 @@ TEST(Arguments, FormOfTheFileIsTaken) {
 
 TEST(Arguments, WrongOnesAreRefusedWithTheUsageStatus) {
   EXPECT_EQ(refusal([] { static_cast<void>(parseArguments({})); }),
-            "2: no command is given / The command is cluster; see mervane --help.");
+            "2: no command is given / The commands are cluster, sheets and settings; see mervane --help.");
   EXPECT_EQ(refusal([] { static_cast<void>(parseArguments({"cluster"})); }),
             "2: no data file is named / See mervane cluster --help.");
   for (const std::vector<std::string>& arguments : {std::vector<std::string>{"clutser", "d"},

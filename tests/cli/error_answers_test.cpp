@@ -16,7 +16,7 @@ class ErrorAnswersTest : public testing::Test {
   /// Runs a traced procedure whose one statement fails that many times; returns how often it was tried.
   int tries(ErrorPolicy policy, int failures) {
     ErrorAnswers answers(talk, policy);
-    const ServicesInUse services(answers);
+    const ServicesInUse services(commandLineServices(answers));
     globals::errorHandler().Init(ehaErrorForm, "a", true, false, tfLogFile, "b");
     int count = 0;
     traced("MervaneClass3.Test.Procedure", [&](Steps& step) {

@@ -1,0 +1,75 @@
+#include "cli/dry_run.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "cli/json_text.h"
+#include "cli/output_file.h"
+#include "cli/text_display.h"
+
+namespace mervane::cli {
+namespace {
+
+using workbook::WorkbookHost;
+
+std::string placeOf(const WorkbookHost::WrittenBlock& block) {
+  return workbook::quotedSheetName(block.sheet) + "!" + workbook::a1(block.area);
+}
+
+std::string overwrittenText(const WorkbookHost::WrittenBlock& block) {
+  if (block.overwrittenCount == 0) return "all empty now";
+  std::string text = counted(block.overwrittenCount, "holds", "hold") + " something now: ";
+  constexpr std::size_t shown = 5;
+  for (std::size_t i = 0; i < std::min(shown, block.overwritten.size()); ++i) {
+    const auto& one = block.overwritten[i];
+    text += (i == 0 ? "" : ", ") + workbook::a1(one.at) + " " + cli::quoted(one.text);
+  }
+  return block.overwrittenCount > static_cast<std::int64_t>(shown) ? text + ", ..." : text;
+}
+
+void writeText(const std::vector<WorkbookHost::WrittenBlock>& blocks, const std::vector<std::string>& notes,
+               OutputFile& out) {
+  out.write("Nothing is saved. A run would write to these cells:\n");
+  std::size_t width = 0;
+  for (const auto& block : blocks) width = std::max(width, displayWidth(printable(placeOf(block))));
+  for (const auto& block : blocks) {
+    const std::string place = printable(placeOf(block));
+    out.write("  " + place + std::string(width - displayWidth(place), ' ') + "  " +
+              counted(block.area.cells(), "cell", "cells") + ", " + overwrittenText(block) + "\n");
+  }
+  if (blocks.empty()) out.write("  none\n");
+  if (notes.empty()) return;
+  out.write("It would also do this:\n");
+  for (const std::string& note : notes) out.write("  " + printable(note) + "\n");
+}
+
+std::string listed(const std::vector<std::string>& items) {
+  std::string text;
+  for (const std::string& item : items) text += (text.empty() ? "" : ",") + item;
+  return "[" + text + "]";
+}
+
+std::string jsonOf(const WorkbookHost::WrittenBlock& block) {
+  std::vector<std::string> before;
+  for (const auto& one : block.overwritten) {
+    before.push_back("{\"cell\":" + jsonString(workbook::a1(one.at)) + ",\"text\":" + jsonString(one.text) + "}");
+  }
+  return "{\"sheet\":" + jsonString(block.sheet) + ",\"range\":" + jsonString(workbook::a1(block.area)) +
+         ",\"cells\":" + decimal(block.area.cells()) + ",\"overwritten\":" + decimal(block.overwrittenCount) +
+         ",\"before\":" + listed(before) + "}";
+}
+
+}  // namespace
+
+void writeDryRun(WorkbookHost& book, bool json, OutputFile& out) {
+  const std::vector<WorkbookHost::WrittenBlock> blocks = book.written();
+  if (!json) return writeText(blocks, book.notes(), out);
+  std::vector<std::string> written;
+  for (const auto& block : blocks) written.push_back(jsonOf(block));
+  std::vector<std::string> notes;
+  for (const std::string& note : book.notes()) notes.push_back(jsonString(note));
+  out.write("{\"blocks\":" + listed(written) + ",\"notes\":" + listed(notes) + "}\n");
+}
+
+}  // namespace mervane::cli

@@ -1,0 +1,75 @@
+#include <string>
+#include <vector>
+
+#include "cli/commands.h"
+#include "cli/json_text.h"
+#include "cli/output_file.h"
+#include "cli/text_display.h"
+#include "cli/workbook_file.h"
+#include "cli/workbook_ranges.h"
+
+namespace mervane::cli {
+namespace {
+
+using workbook::WorkbookHost;
+
+std::string headersText(const std::vector<std::string>& headers) {
+  constexpr std::size_t mostColumns = 12;
+  constexpr std::size_t mostCells = 24;
+  std::string text;
+  for (std::size_t i = 0; i < headers.size(); ++i) {
+    if (i == mostColumns) return text + ", ...";
+    text += (i == 0 ? "" : ", ") + (headers[i].empty() ? "-" : cutToWidth(headers[i], mostCells));
+  }
+  return text;
+}
+
+void writeText(WorkbookHost& book, OutputFile& out) {
+  for (const WorkbookHost::SheetInfo& info : book.sheets()) {
+    const std::string name = printable(workbook::quotedSheetName(info.name));
+    if (!info.used) {
+      out.write(name + (info.isActive ? " (active)" : "") + ": empty\n");
+      continue;
+    }
+    out.write(name + "!" + workbook::a1(*info.used) + (info.isActive ? " (active)" : "") + ": " +
+              counted(info.used->rows(), "row", "rows") + ", " + counted(info.used->columns(), "column", "columns") +
+              "\n");
+    out.write("    first row  " + headersText(info.headers) + "\n");
+    if (const auto block = book.numericBlock(info.name)) {
+      out.write("    numbers    " + printable(referenceOf({info.name, *block})) + "\n");
+    }
+  }
+}
+
+std::string jsonOf(WorkbookHost& book, const WorkbookHost::SheetInfo& info) {
+  std::string headers;
+  for (const std::string& header : info.headers) headers += (headers.empty() ? "" : ",") + jsonString(header);
+  const auto block = book.numericBlock(info.name);
+  return "{\"name\":" + jsonString(info.name) + ",\"active\":" + (info.isActive ? "true" : "false") +
+         ",\"used\":" + (info.used ? jsonString(workbook::a1(*info.used)) : "null") + ",\"headers\":[" + headers +
+         "],\"numbers\":" + (block ? jsonString(workbook::a1(*block)) : "null") + "}";
+}
+
+void writeJson(WorkbookHost& book, OutputFile& out) {
+  std::string text;
+  for (const WorkbookHost::SheetInfo& info : book.sheets()) {
+    text += (text.empty() ? "[\n" : ",\n") + jsonOf(book, info);
+  }
+  out.write(text.empty() ? "[]\n" : text + "\n]\n");
+}
+
+}  // namespace
+
+ExitStatus sheets(const SheetsOptions& options) {
+  const auto book = openWorkbook(options.input);
+  const auto out = openOutput("-");
+  if (options.json) {
+    writeJson(*book, *out);
+  } else {
+    writeText(*book, *out);
+  }
+  out->commit();
+  return ExitStatus::done;
+}
+
+}  // namespace mervane::cli

@@ -1,0 +1,117 @@
+#include "cli/workbook_session.h"
+
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "cli/problem.h"
+#include "cli/talk.h"
+#include "cli/training_watch.h"
+#include "cli/workbook_refusal.h"
+#include "mervane/classifier3.h"
+#include "mervane/convert.h"
+#include "mervane/failure.h"
+#include "platform/headless/headless_option_window.h"
+#include "support/globals.h"
+
+namespace mervane::cli {
+
+/// A message box whose text is told when the run is over.
+class WorkbookServices::KeptMessage final : public platform::MessageBox {
+ public:
+  Answer show(const std::string& text, Buttons buttons) override {
+    text_ = text;
+    return buttons == Buttons::ok ? Answer::ok : Answer::abort;
+  }
+  [[nodiscard]] const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+/// The pointer turns into the hourglass when all checks are passed and the training is about to begin.
+class WorkbookServices::WatchedScreen final : public platform::Screen {
+ public:
+  std::function<void()> atHourglass;
+
+  void pointer(std::int32_t shape) override {
+    if (shape == pointerHourglass && atHourglass) atHourglass();
+  }
+  void beep() override {}
+};
+
+class WorkbookServices::User final : public platform::HeadlessUser {};
+
+namespace {
+
+std::string textOf(const platform::HeadlessOptionWindow& window, const char* key) {
+  return toText(window.options().Item(key).Value, globals::locale());
+}
+
+void setInitialWeights(Classifier3& classifier, const std::optional<double>& value) {
+  if (!value) return;
+  try {
+    classifier.InitialWeights(*value);
+  } catch (const Failure& failure) {
+    throw Problem(ExitStatus::usage, "--initial-weights: " + failure.description(),
+                  "See mervane cluster --help for the range of values.");
+  }
+}
+
+}  // namespace
+
+WorkbookServices::WorkbookServices(Talk& talk, const ErrorPolicy& onError, bool remembered)
+    : answers_(talk, onError),
+      message_(std::make_shared<KeptMessage>()),
+      screen_(std::make_shared<WatchedScreen>()),
+      user_(std::make_shared<User>()) {
+  const auto services = remembered ? rememberingServices(answers_) : commandLineServices(answers_);
+  services->messageBox = message_;
+  services->screen = screen_;
+  services->createOptionWindow = platform::headlessOptionWindows(user_);
+  inUse_ = std::make_unique<ServicesInUse>(services);
+}
+
+WorkbookServices::~WorkbookServices() = default;
+
+ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOptions& options,
+                                const BeforeRun& beforeRun, OutputFile* trace) {
+  const OwnedClassifier owned;
+  Classifier3& classifier = *owned;
+  switchOnLogs(options.logs);
+  classifier.ExcelApplication(book_.application());
+  setInitialWeights(classifier, entries.network.initialWeights);
+
+  TrainingWatch watch(classifier, talk_, options.showProgress, trace);
+  services_.screen_->atHourglass = [&] { watch.begin(classifier.GetSamplesCount()); };
+  // What is raised while the window is up would pass through the dialog; it is kept until that is down.
+  std::exception_ptr trouble;
+  services_.user_->atNextShowing([&](platform::HeadlessOptionWindow& window) {
+    try {
+      if (const auto refusal = enter(entries, window, globals::locale(), talk_)) throw *refusal;
+      beforeRun(textOf(window, "INPUTS"), textOf(window, "OUTPUTS"), window.options().Item("SORTCLUSTERS").Checked);
+      window.press("CLASSIFY");
+    } catch (...) {
+      trouble = std::current_exception();
+    }
+  });
+  const std::string result = classifier.ShowMainForm();
+  services_.screen_->atHourglass = nullptr;
+  watch.end();
+
+  if (trouble) std::rethrow_exception(trouble);
+  watch.requireTrace();
+  requireNotAborted(services_.answers_);
+  if (result == "INVALIDDATA") refuse(classifier);
+  ClusterRun run = owned.outcome(watch);
+  run.ignoredFailures = services_.answers_.ignored();
+  return run;
+}
+
+void WorkbookSession::refuse(Classifier3& classifier) {
+  const std::string where =
+      whyRefused(book_, services_.message_->text(), classifier.CellInputs(), classifier.CellOutputs());
+  throw Problem(ExitStatus::dataRefused, services_.message_->text(), where);
+}
+
+}  // namespace mervane::cli
