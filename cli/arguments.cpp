@@ -21,7 +21,7 @@ constexpr const char* programDescription =
 constexpr const char* programFooter =
     "Examples:\n"
     "  mervane cluster iris.csv --clusters 3\n"
-    "  mervane cluster iris.xlsx --inputs 'Iris!B2:E151' --outputs 'Iris!G2' -o out.xlsx\n"
+    "  mervane cluster iris.xlsx -i 'Iris!B2:E151' --outputs 'Iris!G2' -o out.xlsx\n"
     "  mervane sheets iris.xlsx\n"
     "  mervane cluster --help\n"
     "\n"
@@ -107,10 +107,10 @@ void addNetworkOptions(CLI::App& app, NetworkOptions& network) {
 
 void addWritingOptions(CLI::App& app, ClusterOptions& options) {
   const std::string group = "Writing";
-  addValue(app, "-o,--output",
-           "The file to write; an old one is replaced when the new one is whole. Default: "
-           "standard output.",
-           "FILE", group, [&](const std::string& text) { options.output = text; });
+  addValue(
+      app, "-o,--output",
+      "The file to write; an old one is replaced when the new one is whole. Default for data files: standard output.",
+      "FILE", group, [&](const std::string& text) { options.output = text; });
   addValue(app, "-f,--format",
            "csv, tsv, json, ndjson or table. Default: what the name of the output ends in, or the format of the input.",
            "FORMAT", group, [&](const std::string& text) { options.format = formatOption(text); });
@@ -153,32 +153,26 @@ void addWorkbookOptions(CLI::App& app, ClusterOptions& options, std::string& inP
 }
 
 void addSheetOptions(CLI::App& app, ClusterOptions& options) {
-  const std::string group = "On the sheet (each is on unless --no- stands before it)";
+  const std::string group = "On the sheet, all on by default";
   OutputSwitches& output = options.book.output;
   const auto add = [&](const char* name, const char* description, std::optional<bool>& place) {
     addSwitch(app, name, description, group, noting(options.workbookFlag, name, [&place](bool on) { place = on; }));
   };
-  app.add_flag_callback(
-         "--one-column",
-         [&] {
+  app.add_flag_function(
+         "--one-column,!--multiple-columns,!--no-one-column,--no-multiple-columns",
+         [&](std::int64_t count) {
            options.workbookFlag = "--one-column";
-           output.oneColumn = true;
+           output.oneColumn = count > 0;
          },
-         "List the cluster numbers in one column. This is the default.")
-      ->group(group);
-  app.add_flag_callback(
-         "--multiple-columns",
-         [&] {
-           options.workbookFlag = "--multiple-columns";
-           output.oneColumn = false;
-         },
-         "List them as one column of 0 and 1 for each cluster.")
-      ->group(group);
+         "List the cluster numbers in one column, the default, or as one column of 0 and 1 for each cluster.")
+      ->group(group)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   add("autofilter", "Filter arrows over the listing.", output.autofilter);
   add("charts", "Charts of profiles and weights; the first needs the weighted averages, the second the weights.",
       output.charts);
   add("averages", "Averages of each cluster under the inputs.", output.averages);
-  add("weighted-averages", "Averages as shares of the greatest.", output.weightedAverages);
+  add("weighted-averages", "How far each average lies from that of all rows, as a percentage.",
+      output.weightedAverages);
   add("minimums", "Minimums of each cluster.", output.minimums);
   add("maximums", "Maximums of each cluster.", output.maximums);
   add("weights", "The share of rows in each cluster.", output.weights);
@@ -257,7 +251,7 @@ void defineSettings(CLI::App& app, SettingsOptions& options) {
     command.callback([&options, action] { options.action = action; });
     return command;
   };
-  add("list", "Lists each setting, with its value where one is remembered.", SettingsOptions::Action::list);
+  add("list", "Lists each setting, with what is remembered of it.", SettingsOptions::Action::list);
   CLI::App& set = add("set", "Remembers one value.", SettingsOptions::Action::set);
   set.add_option("KEY", options.key, "The setting's name.")->required()->type_name("");
   set.add_option("VALUE", options.value, "What to remember.")->required()->type_name("");
@@ -265,8 +259,7 @@ void defineSettings(CLI::App& app, SettingsOptions& options) {
   add("export", "Writes what is remembered as JSON.", SettingsOptions::Action::exportAll)
       .add_option("FILE", options.file, "The file to write. Default: standard output.")
       ->type_name("");
-  add("import", "Remembers what such a file holds; all of it or, where a value will not do, nothing.",
-      SettingsOptions::Action::importAll)
+  add("import", "Remembers what such a file holds, all or nothing.", SettingsOptions::Action::importAll)
       .add_option("FILE", options.file, "The file to read; - is standard input.")
       ->required()
       ->type_name("");

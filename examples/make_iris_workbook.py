@@ -22,7 +22,7 @@ sheet = book.active
 sheet.title = "Iris"
 sheet.append([header[species].capitalize()] + [header[i].replace("_", " ").capitalize() for i in measures])
 for cell in sheet[1]:
-    cell.font = Font(bold=True)
+    cell.font = Font(name="Calibri", size=11, bold=True)
 for sample in samples:
     sheet.append([sample[species]] + [float(sample[i]) for i in measures])
 for column, width in zip("ABCDE", (12, 14, 14, 14, 14)):
