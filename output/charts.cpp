@@ -35,14 +35,6 @@ void setTitle(const sheet::Chart& chart, const char* title) {
   attempt([&] { chart.ChartTitle().Text(title); });
 }
 
-/// A test of a traced procedure. Ignoring its failure goes on behind it, which is inside the conditional.
-template <class Test>
-bool holdsOrIgnored(Steps& step, Test&& test) {
-  bool holds = true;
-  step([&] { holds = test(); });
-  return holds;
-}
-
 }  // namespace
 
 void COutputFormatting::DeleteOldCharts() {
@@ -176,8 +168,8 @@ void COutputFormatting::AdjustChartsLocation() {
       sheet::Shape shape;
       step([&] { shape = shapes.next(); });
       if (!shape) break;
-      if (!holdsOrIgnored(step, [&] { return shape.Type() == sheet::shapeTypeChart; })) continue;
-      if (!holdsOrIgnored(step, [&] { return shape.DrawingObject().Chart().HasTitle(); })) continue;
+      if (!step.holds([&] { return shape.Type() == sheet::shapeTypeChart; })) continue;
+      if (!step.holds([&] { return shape.DrawingObject().Chart().HasTitle(); })) continue;
       std::string title;
       step([&] { title = shape.DrawingObject().Chart().ChartTitle().Text(); });
       // The weights stand on top, the profiles directly under them.
