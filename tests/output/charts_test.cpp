@@ -70,6 +70,36 @@ TEST_F(OutputCharts, AChartThatTheUserCalledLikeOursIsDeleted) {
   EXPECT_TRUE(excel.charts().empty());
 }
 
+TEST_F(OutputCharts, AChartCalledLikeOursThatCannotBeDeletedIsPlaced) {
+  excel.addChart("Clusters weights");
+  FaultInjector host(excel.object(), [](sheet::Access, sheet::member::Id id) { return id == sheet::member::Delete; });
+  Plan plan = listingAlone();
+  plan.charts = true;
+  print(plan, host.object());
+  EXPECT_EQ(titles(), (Texts{"Clusters weights"}));
+  EXPECT_EQ(excel.shape("Clusters weights").width, 350.0);
+  EXPECT_EQ(excel.shape("Clusters weights").left, 6 * 48.0);
+  EXPECT_EQ(failuresShown(), 0U);
+}
+
+TEST_F(OutputCharts, TestsOfAShapeWhoseFailureIsIgnoredCountAsTrue) {
+  fillExample();
+  excel.addChart("Sales");
+  for (const auto failing : {sheet::member::Type, sheet::member::HasTitle}) {
+    // The search for old charts reads a title too, and would delete the chart of the user; its reading holds.
+    int readings = failing == sheet::member::HasTitle ? -static_cast<int>(excel.charts().size()) : 0;
+    FaultInjector host(excel.object(), [&](sheet::Access access, sheet::member::Id id) {
+      return id == failing && access == sheet::Access::get && ++readings > 0;
+    });
+    machine.messageBox->shown.clear();
+    machine.messageBox->answers = {Answer::ignore, Answer::ignore};
+    print(weightsAlone(), host.object());
+    EXPECT_EQ(failuresShown(), 2U);
+    EXPECT_EQ(excel.shape("Clusters weights").width, 350.0);
+    EXPECT_EQ(excel.shape("Sales").width, 100.0);
+  }
+}
+
 TEST_F(OutputCharts, OldChartsAreTestedWithoutAnEarlyExit) {
   excel.addChart("Clusters weights");
   Recorder record(excel.object(), FakeSheet::nameOf);

@@ -147,10 +147,32 @@ TEST_F(ClusterStatistics, TextInTheInputFailsTheWeightedAverages) {
   EXPECT_EQ(texts("B7:E8"), Texts(8, ""));
 }
 
-TEST_F(ClusterStatistics, ClusterNumberBeyondTheClustersFailsTheBlock) {
+TEST_F(ClusterStatistics, TextInTheInputFailsTheExtremes) {
   fillExample();
-  print(only(&Plan::weights, "B2:D6", {1, 2, 1, 3, 2}, 2));
-  expectComponentFailureShown();
+  excel.cell("C4").value = Variant("n/a");
+  for (bool Plan::*block : {&Plan::minimums, &Plan::maximums}) {
+    machine.messageBox->shown.clear();
+    machine.messageBox->answers = {Answer::abort};
+    print(only(block, "B2:D6", {1, 2, 1, 1, 2}, 2));
+    expectComponentFailureShown();
+    // The column before the text stands.
+    EXPECT_NE(texts("B7").front(), "");
+    EXPECT_EQ(texts("C7:E7"), Texts(3, ""));
+  }
+}
+
+TEST_F(ClusterStatistics, ClusterNumberOutsideOneToTheClustersFailsEveryBlock) {
+  fillExample();
+  for (bool Plan::*block :
+       {&Plan::averages, &Plan::weightedAverages, &Plan::minimums, &Plan::maximums, &Plan::weights}) {
+    for (const std::int32_t number : {0, 3}) {
+      machine.messageBox->shown.clear();
+      machine.messageBox->answers = {Answer::abort};
+      print(only(block, "B2:D6", {1, 2, 1, number, 2}, 2));
+      expectComponentFailureShown();
+      EXPECT_EQ(texts("B7:E8"), Texts(8, "")) << number;
+    }
+  }
 }
 
 TEST_F(ClusterStatistics, SortingDoesNotChangeTheStatistics) {

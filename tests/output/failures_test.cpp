@@ -90,6 +90,45 @@ TEST_F(OutputFailures, RetryRepeatsTheFailingStatementAndNothingBeforeIt) {
   EXPECT_GT(shown, 100);
 }
 
+TEST_F(OutputFailures, SwallowedAssignmentThatFailsCostsItselfAlone) {
+  Plan plan = everything();
+  plan.charts = false;
+  for (const bool colors : {true, false}) {
+    plan.colors = colors;
+    const Outcome whole = run(plan, 0, {});
+    int swallowed = 0;
+    for (int n = 1; n < unreachable; ++n) {
+      const Outcome outcome = run(plan, n, {});
+      if (!outcome.triggered) break;
+      const std::size_t at = placeOf(n);
+      if (outcome.shown != 0 || !outcome.calls[at].starts_with("put ")) continue;
+      ++swallowed;
+      Texts expected = whole.calls;
+      expected[at] += " fails";
+      EXPECT_EQ(outcome.calls, expected) << "failing call " << n;
+    }
+    // Five blocks of six lines with three settings each, and the fills.
+    EXPECT_GT(swallowed, 5 * 6 * 3);
+  }
+}
+
+TEST_F(OutputFailures, ResultThatWasNeverSetFailsTheListingAndEveryBlock) {
+  fillExample();
+  COutputFormatting output;
+  output.ExcelApplication(excel.application());
+  output.Clusters(2);
+  output.OutputCells("F2");
+  output.TotalRange("B2:D6");
+  output.InputRange("B2:D6");
+  output.DrawCharts(false);
+  machine.messageBox->answers = std::deque<Answer>(100, Answer::ignore);
+  EXPECT_NO_THROW(output.PrintData());
+  // The listing, the averages, both extremes and the weights.
+  EXPECT_EQ(failuresShown(), 5U);
+  EXPECT_EQ(texts("F1:F2"), (Texts{"Clusters", ""}));
+  EXPECT_EQ(texts("B7:E7"), Texts(4, ""));
+}
+
 TEST_F(OutputFailures, IgnoreGoesOnBehindTheFailingStatement) {
   for (int n = 1; n < unreachable; ++n) {
     const Outcome outcome = run(everything(), n, std::vector<Answer>(500, Answer::ignore));
