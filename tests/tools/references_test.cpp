@@ -93,6 +93,7 @@ TEST_F(References, ASingleApostropheAsSheetIsAComponentFailure) {
 
 TEST_F(References, ARowTooLongForAnIntegerIsAComponentFailure) {
   expectComponentFailure("SplitRangeReference", [&] { static_cast<void>(split("A99999999999")); });
+  expectComponentFailure("SplitRangeReference", [&] { static_cast<void>(split("A1:B2147483648")); });
 }
 
 TEST_F(References, AWorkbookThatCannotBeAskedIsAComponentFailure) {
