@@ -27,7 +27,7 @@ void Classifier3::StoreResults() {
       last = inputArray().upperBound(1);
     });
     for (std::int64_t at = first; at <= last; ++at) {
-      step([&] { at += classifyInBlocks(at, winner, refusal); });
+      step([&] { at += classifyInBlocks(at, last, winner, refusal); });
       if (at > last) break;
 
       const auto row = static_cast<std::int32_t>(at);

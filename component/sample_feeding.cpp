@@ -102,10 +102,11 @@ std::int64_t Classifier3::learnInBlocks(std::int32_t epoch) {
 }
 
 /// OPTIMIZATION: the results of many rows at once, with the calls of the loop in StoreResults as their exact meaning.
-/// @param firstRow an index of Inputs. @param winner the last one that was read.
+/// @param firstRow, lastRow what the loop has left to do. Inputs may have been replaced while a failure was shown, so
+///     its rows may be fewer, more or others. @param winner the last one that was read.
 /// @param refusal the failure of handing over the sample behind the rows that were done.
 /// @return rows done.
-std::int64_t Classifier3::classifyInBlocks(std::int64_t firstRow, std::int32_t& winner,
+std::int64_t Classifier3::classifyInBlocks(std::int64_t firstRow, std::int64_t lastRow, std::int32_t& winner,
                                            std::optional<Failure>& refusal) {
   SampleBlocks* const blocks = sampleBlocks();
   if (blocks == nullptr || OutputData_.bounds() != std::vector{inputArray().bounds().front()}) return 0;
@@ -113,9 +114,11 @@ std::int64_t Classifier3::classifyInBlocks(std::int64_t firstRow, std::int32_t& 
   constexpr std::int32_t unread = std::numeric_limits<std::int32_t>::min();
   std::array<std::int32_t, blockLength> winners;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled before use.
   const std::int64_t start = firstRow - inputArray().lowerBound(1);
+  if (start < 0) return 0;  // Such a row has to fail by itself.
+  const std::int64_t end = std::min(samples_->rows(), start + (lastRow - firstRow) + 1);
   std::int64_t position = start;
-  while (position < samples_->rows() && !refusal) {
-    const auto count = static_cast<std::size_t>(std::min(samples_->rows() - position, blockLength));
+  while (position < end && !refusal) {
+    const auto count = static_cast<std::size_t>(std::min(end - position, blockLength));
     const auto block = std::span(winners).first(count);
     std::ranges::fill(block, unread);
     try {

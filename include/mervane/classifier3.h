@@ -155,7 +155,8 @@ class Classifier3 : public std::enable_shared_from_this<Classifier3> {
 
   SampleBlocks* sampleBlocks() const;
   std::int64_t learnInBlocks(std::int32_t epoch);
-  std::int64_t classifyInBlocks(std::int64_t firstRow, std::int32_t& winner, std::optional<Failure>& refusal);
+  std::int64_t classifyInBlocks(std::int64_t firstRow, std::int64_t lastRow, std::int32_t& winner,
+                                std::optional<Failure>& refusal);
 
   NetworkEngine& network() const;
   frmMain& mainForm() const;

@@ -207,6 +207,32 @@ TEST_F(Blocks, ARefusedSampleAmongTheResultsFailsAtItsRowWhateverTheAnswer) {
   }
 }
 
+TEST_F(Blocks, InputsReplacedWhileAFailureAmongTheResultsIsShownAreReadByTheRowsThatWereLeft) {
+  Array<double> moved({Bounds{2, 11}, Bounds{2, 3}});
+  moved.elements() = manyRows(10).elements();
+  // More rows, fewer rows, and rows that begin behind the one that failed.
+  for (const Array<double>& other : {manyRows(20), manyRows(6), moved}) {
+    for (const std::deque<std::string>& answers :
+         std::vector<std::deque<std::string>>{{"IGNORE"}, {"RETRY"}, std::deque<std::string>(40, "IGNORE")}) {
+      expectSame(
+          [&](Classifier3& object, RecordingEngine& network) {
+            object.Inputs(manyRows(10));
+            object.EpochCount(1);
+            std::size_t fed = 0;
+            network.beforeCall = [&](const std::string& call) {
+              if (call.find("Inputs(") != std::string::npos && ++fed == 10 + 3) throw Failure(99, "refused");
+            };
+            dialog->whileShown = [&](int showing) {
+              if (showing == 1) object.Inputs(other);
+            };
+            object.Run();
+            dialog->whileShown = nullptr;
+          },
+          answers);
+    }
+  }
+}
+
 TEST_F(Blocks, ARunOfDoublesWithoutScalingTakesTheClientsOwnArray) {
   const Variant array(manyRows(10));
   const double* const first = array.array().getIf<double>()->elements().data();
