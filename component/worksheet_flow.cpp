@@ -67,7 +67,8 @@ std::string Classifier3::CellOutputs() const {
 std::string Classifier3::ShowMainForm() {
   const auto self = shared_from_this();  // The host's own code runs while the dialog is up.
   return wrapping("Classifier3", key::ShowMainForm, [&] {
-    // 1.
+    // 1. The host may unload the dialog while it is up.
+    const auto form = MainForm_;
     mainForm().Show();
     // 2.
     std::string tag = mainForm().Tag();

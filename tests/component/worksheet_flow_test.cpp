@@ -96,6 +96,16 @@ TEST_F(WorksheetFlow, CloseAndTheCloseBoxComeBackAsClose) {
   EXPECT_THAT(engine->calls, IsEmpty());
 }
 
+TEST_F(WorksheetFlow, ADialogThatTheHostUnloadsWhileItIsUpMakesTheFlowFailAfterwards) {
+  user->atNextShowing([this](HeadlessOptionWindow& window) {
+    classifier->UnloadfrmMain();
+    window.press("CLOSE");
+  });
+  EXPECT_THAT(failureOf([&] { static_cast<void>(classifier->ShowMainForm()); }),
+              IsFailure(-2147221404, "Classifier3 component failure", "MervaneClass3.Classifier3.ShowMainForm"));
+  EXPECT_THAT(engine->calls, testing::ElementsAre("DestroyNetwork()"));
+}
+
 TEST_F(WorksheetFlow, AHostsLoopPicksRangesClustersAndCloses) {
   user->atNextShowing([](HeadlessOptionWindow& window) { window.browse("INPUTS"); });
   user->atNextShowing([](HeadlessOptionWindow& window) { window.browse("OUTPUTS"); });
