@@ -38,14 +38,22 @@ void setProperty(const char* flag, const Set& set) {
   }
 }
 
+}  // namespace
+
+void setInitialWeights(Classifier3& classifier, const NetworkOptions& options) {
+  setProperty("--initial-weights", [&] {
+    if (options.initialWeights) classifier.InitialWeights(*options.initialWeights);
+  });
+}
+
+namespace {
+
 void setProperties(Classifier3& classifier, const NetworkOptions& options) {
   if (options.clusters) classifier.Clusters(*options.clusters);
   setProperty("--learning-rate", [&] {
     if (options.learningRate) classifier.LearningRate(*options.learningRate);
   });
-  setProperty("--initial-weights", [&] {
-    if (options.initialWeights) classifier.InitialWeights(*options.initialWeights);
-  });
+  setInitialWeights(classifier, options);
   if (options.epochs) classifier.EpochCount(*options.epochs);
   if (options.learningRadius) classifier.LearningRadius(*options.learningRadius);
   if (options.convex) classifier.UseConvexCombination(*options.convex);

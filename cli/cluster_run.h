@@ -71,6 +71,9 @@ class OwnedClassifier {
   std::shared_ptr<Classifier3> object_;
 };
 
+/// Sets the one property that the options dialog does not pass on. Raises a Problem with the status usage.
+void setInitialWeights(Classifier3& classifier, const NetworkOptions& options);
+
 /// Raises a Problem with the status engineFailure where a failure was answered with abort.
 void requireNotAborted(const ErrorAnswers& answers);
 

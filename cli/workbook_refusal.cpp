@@ -121,7 +121,10 @@ std::string firstBadCell(WorkbookHost& book, const WorkbookHost::Place& place) {
       }
     }
   }
-  if (others > 0) first += ", and neither are " + counted(others, "cell", "cells") + " behind it";
+  if (others > 0) {
+    first +=
+        ", and neither " + std::string(others == 1 ? "is " : "are ") + counted(others, "cell", "cells") + " behind it";
+  }
   return first;
 }
 

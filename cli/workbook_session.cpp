@@ -48,16 +48,6 @@ std::string textOf(const platform::HeadlessOptionWindow& window, const char* key
   return toText(window.options().Item(key).Value, globals::locale());
 }
 
-void setInitialWeights(Classifier3& classifier, const std::optional<double>& value) {
-  if (!value) return;
-  try {
-    classifier.InitialWeights(*value);
-  } catch (const Failure& failure) {
-    throw Problem(ExitStatus::usage, "--initial-weights: " + failure.description(),
-                  "See mervane cluster --help for the range of values.");
-  }
-}
-
 }  // namespace
 
 WorkbookServices::WorkbookServices(Talk& talk, const ErrorPolicy& onError, bool remembered)
@@ -80,7 +70,7 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
   Classifier3& classifier = *owned;
   switchOnLogs(options.logs);
   classifier.ExcelApplication(book_.application());
-  setInitialWeights(classifier, entries.network.initialWeights);
+  setInitialWeights(classifier, entries.network);
 
   TrainingWatch watch(classifier, talk_, options.showProgress, trace);
   services_.screen_->atHourglass = [&] { watch.begin(classifier.GetSamplesCount()); };

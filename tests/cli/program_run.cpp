@@ -72,7 +72,7 @@ bool take(int descriptor, std::string& text) {
 
 ProgramRun::ProgramRun(const Start& start) {
   const Pipe in = makePipe();
-  const Pipe err = start.errOnTerminal ? makeTerminal() : makePipe();
+  const Pipe err = start.errOnTerminal || start.onTerminal ? makeTerminal() : makePipe();
   Pipe out;
   if (start.outPath.empty()) {
     out = makePipe();
@@ -84,7 +84,7 @@ ProgramRun::ProgramRun(const Start& start) {
     out.read = -1;
   }
   process_ = ::fork();
-  if (process_ == 0) becomeProgram(start, in.read, out.write, err.write);
+  if (process_ == 0) becomeProgram(start, start.onTerminal ? err.write : in.read, out.write, err.write);
   ::close(in.read);
   ::close(out.write);
   ::close(err.write);
@@ -133,6 +133,10 @@ bool ProgramRun::pump(std::chrono::steady_clock::time_point until) {
     err_ = -1;
   }
   return true;
+}
+
+void ProgramRun::type(const std::string& text) const {
+  EXPECT_EQ(::write(err_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
 }
 
 bool ProgramRun::waitForError(const std::string& text) {

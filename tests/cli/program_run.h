@@ -25,6 +25,7 @@ struct Start {
   std::string input;                                             ///< standard input
   std::string outPath;                                           ///< a file that takes standard output; empty: a pipe
   bool closeOutput = false;                                      ///< standard output is a pipe whose reader has gone
+  bool onTerminal = false;                                       ///< standard input and error are one terminal
   bool errOnTerminal = false;                                    ///< standard error is a terminal of 100 columns
   std::vector<std::pair<std::string, std::string>> environment;  ///< added to a fixed one
   std::filesystem::path folder;                                  ///< where it runs; empty: here
@@ -43,6 +44,8 @@ class ProgramRun {
   void send(int signal) const;
   /// Reads on until standard error holds the text; false where the program ends first or a minute has passed.
   [[nodiscard]] bool waitForError(const std::string& text);
+  /// What a person types on the terminal.
+  void type(const std::string& text) const;
   /// Reads to the end and takes the status. After a minute the program is killed, and the signal tells.
   [[nodiscard]] Outcome finish();
 
