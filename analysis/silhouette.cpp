@@ -35,7 +35,7 @@ double valueOf(std::span<const double> distanceSums, const std::vector<std::int6
 std::int32_t renumber(std::vector<std::int32_t>& labels) {
   std::vector<std::int32_t> occurring = labels;
   std::ranges::sort(occurring);
-  occurring.erase(std::ranges::unique(occurring).begin(), occurring.end());
+  occurring.erase(std::unique(occurring.begin(), occurring.end()), occurring.end());
   for (std::int32_t& label : labels) {
     label = static_cast<std::int32_t>(std::ranges::lower_bound(occurring, label) - occurring.begin()) + 1;
   }

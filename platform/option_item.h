@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -81,10 +82,8 @@ class OptionItems {
   void Remove(const std::string& key) { items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(indexOf(key))); }
   [[nodiscard]] std::int32_t Count() const noexcept { return static_cast<std::int32_t>(items_.size()); }
   [[nodiscard]] bool Contains(const std::string& key) const noexcept {
-    for (const OptionItem& item : items_) {
-      if (item.Key == key && !key.empty()) return true;
-    }
-    return false;
+    return !key.empty() &&
+           std::any_of(items_.begin(), items_.end(), [&](const OptionItem& item) { return item.Key == key; });
   }
 
   [[nodiscard]] auto begin() const noexcept { return items_.begin(); }
