@@ -107,8 +107,10 @@ template <class Lanes, std::size_t Blocks>
 [[gnu::always_inline]] inline void fetchAhead(const double* sample, std::int32_t inputs) {
   constexpr std::int32_t cacheLine = 64 / sizeof(double);
   const std::uintptr_t ahead = reinterpret_cast<std::uintptr_t>(sample) + portion * sizeof(double);
-  for (std::int32_t j = 0; j < inputs; j += cacheLine)
-    __builtin_prefetch(reinterpret_cast<const void*>(ahead + static_cast<std::uintptr_t>(j) * sizeof(double)));
+  for (std::int32_t j = 0; j < inputs; j += cacheLine) {
+    const std::uintptr_t line = ahead + static_cast<std::uintptr_t>(j) * sizeof(double);
+    __builtin_prefetch(reinterpret_cast<const void*>(line));  // NOLINT(performance-no-int-to-ptr): never read
+  }
 }
 
 /// `Inputs` 0 stands for any number of inputs.
