@@ -5,6 +5,7 @@
 
 #include "hosts/workbook/cell_address.h"
 #include "hosts/workbook/cell_error.h"
+#include "hosts/workbook/name_characters.h"
 
 namespace mervane::workbook {
 
@@ -17,17 +18,6 @@ struct Corner {
   std::int32_t column = 0;
   std::int32_t row = 0;
 };
-
-constexpr bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-constexpr bool isLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-constexpr bool isNamePart(char c) {
-  return isDigit(c) || isLetter(c) || c == '_' || c == '.' || c == '\\' || c == '?' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
 
 /// Takes "$A$1" and the like off the begin; false leaves the text as it is.
 bool takeCorner(std::string_view& text, Corner& corner) {

@@ -3,20 +3,11 @@
 #include <charconv>
 #include <cstdint>
 
+#include "hosts/workbook/name_characters.h"
+
 namespace mervane::workbook {
 
 namespace {
-
-constexpr bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-constexpr bool isLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-constexpr bool isNamePart(char c) {
-  return isDigit(c) || isLetter(c) || c == '_' || c == '.' || c == '\\' || c == '?' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
 
 /// One index of an R1C1 reference: absolute, or a distance from the base.
 struct Index {
