@@ -121,6 +121,19 @@ void addWritingOptions(CLI::App& app, ClusterOptions& options) {
            [&](const std::string& text) { options.resultName = text; });
 }
 
+BookHost hostOption(const std::string& text) {
+  if (text == "workbook") return BookHost::workbook;
+  if (text == "calc") return BookHost::calc;
+  throw Problem(ExitStatus::usage, "--host: \"" + text + "\" will not do", "Give workbook or calc.");
+}
+
+void addHostOption(CLI::App& app, const std::string& group, const Setter& set) {
+  addValue(app, "--host",
+           "What opens the workbook: workbook, the program itself, or calc, LibreOffice Calc without windows. Default: "
+           "calc for .ods, .fods and .xls where it is there, else workbook.",
+           "NAME", group, set);
+}
+
 void addWorkbookOptions(CLI::App& app, ClusterOptions& options, std::string& inPlace) {
   const std::string group = "Workbooks";
   std::string& given = options.workbookFlag;
@@ -148,6 +161,7 @@ void addWorkbookOptions(CLI::App& app, ClusterOptions& options, std::string& inP
       ->group(group)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   addPlainFlag("--dry-run", book.dryRun, "Write nothing; list the cells that would be written and what they hold.");
+  addHostOption(app, group, noting(given, "--host", [&](const std::string& text) { book.host = hostOption(text); }));
   addPlainFlag("--remembered", book.remembered,
                "Begin with what the options dialog remembers, and remember what is used.");
 }
@@ -238,6 +252,7 @@ void defineSheets(CLI::App& app, SheetsOptions& options) {
     }
     options.json = text == "json";
   });
+  addHostOption(app, "Input", [&](const std::string& text) { options.host = hostOption(text); });
 }
 
 void defineSettings(CLI::App& app, SettingsOptions& options) {
@@ -302,6 +317,8 @@ Request parseArguments(const std::vector<std::string>& arguments) {
   app.formatter(helpFormatter());
   app.footer(programFooter);
   app.require_subcommand(1);
+  // NB: on one system the parser would take a path such as /data/iris.csv for a flag; all commands inherit this.
+  app.allow_windows_style_options(false);
   app.set_help_flag("-h,--help", "Print this help, or that of a command.");
   app.set_version_flag("-V,--version", "mervane " MERVANE_VERSION, "Print the version.");
 

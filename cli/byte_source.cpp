@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include "cli/machine.h"
 #include "cli/problem.h"
 #include "cli/terminal.h"
 #include "cli/text_display.h"
@@ -63,7 +64,7 @@ std::unique_ptr<ByteSource> openSource(const std::string& path) {
     return std::make_unique<FileSource>(stdin, path, false);
   }
   errno = 0;
-  std::FILE* file = std::fopen(path.c_str(), "rb");
+  std::FILE* file = openForReading(path);
   if (file == nullptr) raiseFileTrouble("open", path, errno);
   return std::make_unique<FileSource>(file, path, true);
 }

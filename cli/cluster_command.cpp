@@ -4,7 +4,8 @@
 namespace mervane::cli {
 
 ExitStatus cluster(const ClusterOptions& options, Talk& talk) {
-  return isWorkbookName(options.input) ? clusterWorkbook(options, talk) : clusterDataFile(options, talk);
+  return isWorkbookName(options.input) || options.book.host == BookHost::calc ? clusterWorkbook(options, talk)
+                                                                              : clusterDataFile(options, talk);
 }
 
 }  // namespace mervane::cli

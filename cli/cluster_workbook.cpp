@@ -20,7 +20,7 @@
 namespace mervane::cli {
 namespace {
 
-using workbook::WorkbookHost;
+using hosts::OpenBook;
 
 /// Whether the rows themselves are wanted on standard output.
 bool wantsRows(const ClusterOptions& options) {
@@ -29,6 +29,22 @@ bool wantsRows(const ClusterOptions& options) {
 
 std::string targetOf(const ClusterOptions& options) {
   return options.book.inPlace ? options.input : options.output;
+}
+
+/// The spreadsheet opens no file whose name tells of another kind than its contents have.
+void checkOutputName(const ClusterOptions& options) {
+  if (isForCalc(options.input, options.book.host)) {
+    if (options.output.empty() || isOfficeOutput(options.output)) return;
+    throw Problem(
+        ExitStatus::usage, "-o " + printable(options.output) + ": the result is a workbook",
+        "Let the name end in .ods, .fods, .xlsx, .xlsm or .xls; with --format the rows go to standard output.");
+  }
+  const std::string ending = nameEndsIn(options.input, ".xlsm") ? ".xlsm" : ".xlsx";
+  if (options.output.empty() || nameEndsIn(options.output, ending)) return;
+  throw Problem(
+      ExitStatus::usage,
+      "-o " + printable(options.output) + ": the result is a workbook in " + ending + " form, as its source is",
+      "Let the name end in " + ending + "; with --format the rows go to standard output.");
 }
 
 void checkUsage(const ClusterOptions& options) {
@@ -42,10 +58,7 @@ void checkUsage(const ClusterOptions& options) {
   }
   if (book.inPlace && !options.output.empty()) misuse("-o and --in-place exclude each other", "Give one of them.");
   if (options.output == "-") misuse("-o -: a workbook is not written to standard output", "Name a file.");
-  if (!options.output.empty() && !isWorkbookName(options.output)) {
-    misuse("-o " + printable(options.output) + ": the result is a workbook",
-           "Let the name end in .xlsx or .xlsm; with --format the rows go to standard output.");
-  }
+  checkOutputName(options);
   if (options.output.empty() && !book.inPlace && !book.dryRun && !options.format) {
     misuse("there is nowhere to write to, and " + printable(options.input) + " is not touched without leave",
            "Give -o FILE for a new file, --in-place for this one, or --dry-run to see what would be written.");
@@ -79,7 +92,7 @@ std::string rememberedText(const char* key) {
 /// The references that the user left out, proposed from what stands on the sheet.
 class Proposal {
  public:
-  Proposal(const ClusterOptions& options, WorkbookHost& book) : options_(options), book_(book) {}
+  Proposal(const ClusterOptions& options, OpenBook& book) : options_(options), book_(book) {}
 
   void complete(DialogEntries& entries, Talk& talk) {
     const bool remembered = options_.book.remembered;
@@ -105,7 +118,7 @@ class Proposal {
                       " has no one block of numbers to propose",
                   "Give --inputs with a reference such as Sheet1!A2:D151; mervane sheets lists what there is.");
   }
-  std::string outputs(const WorkbookHost::Place& place) {
+  std::string outputs(const OpenBook::Place& place) {
     const auto free = proposedOutputs(book_, place);
     if (free) return referenceOf(*free);
     throw Problem(ExitStatus::usage, "--outputs is missing, and there is no free column to propose",
@@ -127,18 +140,17 @@ class Proposal {
   }
 
   const ClusterOptions& options_;
-  WorkbookHost& book_;
+  OpenBook& book_;
   bool needsInputs_ = false;
   bool needsOutputs_ = false;
 };
 
 /// The columns of the listing; an area of no sheet where the reference is none.
-std::optional<workbook::CellArea> listingArea(WorkbookHost& book, const WorkbookHost::Place& inputs,
-                                              const std::string& outputs, const WorkbookOptions& options,
-                                              std::int32_t clusters) {
+std::optional<sheet::CellArea> listingArea(OpenBook& book, const OpenBook::Place& inputs, const std::string& outputs,
+                                           const WorkbookOptions& options, std::int32_t clusters) {
   const auto place = book.find(outputs);
   if (!place || place->sheet != inputs.sheet) return std::nullopt;
-  workbook::CellArea area = place->area;
+  sheet::CellArea area = place->area;
   area.lastColumn = area.firstColumn + (options.output.oneColumn.value_or(true) ? 0 : clusters - 1);
   return area;
 }
@@ -147,17 +159,19 @@ std::optional<workbook::CellArea> listingArea(WorkbookHost& book, const Workbook
 class WorkbookCommand {
  public:
   WorkbookCommand(const ClusterOptions& options, Talk& talk)
-      : options_(options), talk_(talk), book_(openWorkbook(options.input)) {}
+      : options_(options), talk_(talk), book_(openWorkbook(options.input, options.book.host)) {}
 
   ExitStatus execute() {
     WorkbookServices services(talk_, options_.run.onError, options_.book.remembered);
     DialogEntries entries{options_.book.inputs, options_.book.outputs, options_.run.network, options_.book.output};
-    Proposal(options_, *book_).complete(entries, talk_);
+    readingWorkbook(options_.input, [&] { Proposal(options_, *book_).complete(entries, talk_); });
     const auto trace = options_.trace.empty() ? nullptr : openOutput(options_.trace);
     WorkbookSession session(*book_, services, talk_);
     const ClusterRun run = session.run(
         entries, options_.run,
-        [&](const std::string& inputs, const std::string& outputs, bool sorts) { prepare(inputs, outputs, sorts); },
+        [&](const std::string& inputs, const std::string& outputs, bool sorts) {
+          readingWorkbook(options_.input, [&] { prepare(inputs, outputs, sorts); });
+        },
         trace.get());
     talk_.detail("clustered and laid out in " + decimal(static_cast<long long>(run.seconds * 1000.0)) + " ms");
     if (trace) trace->commit();
@@ -174,6 +188,9 @@ class WorkbookCommand {
     const auto place = book_->find(inputs);
     // What the component's own check is about to refuse needs no words here.
     if (!place || !referenceTrouble(*book_, "--inputs", inputs).empty()) return;
+    // A damaged sheet is trouble with the file and no failure of the run.
+    static_cast<void>(book_->usedArea(place->sheet));
+    if (const auto listing = book_->find(outputs)) static_cast<void>(book_->usedArea(listing->sheet));
     talk_.detail("clustering " + printable(inputs) + ", writing to " + printable(outputs));
     inputNames_ = columnNames(*book_, *place);
     for (std::string& name : inputNames_) name = printable(name);
@@ -211,7 +228,7 @@ class WorkbookCommand {
 
   const ClusterOptions& options_;
   Talk& talk_;
-  std::unique_ptr<WorkbookHost> book_;
+  std::unique_ptr<OpenBook> book_;
   std::vector<std::string> inputNames_;
   std::unique_ptr<WorkbookRows> rows_;
 };

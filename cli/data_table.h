@@ -61,7 +61,9 @@ struct DialectChoice {
 /// Visits every record of the table again, the blank ones too: visit(const Record&).
 template <class Visit>
 void forEachRecord(const DataTable& table, Visit visit) {
-  MemorySource source(table.text);
+  MemorySource text(table.text);
+  // The reader passes one mark; a second one is the beginning of the first field.
+  PrefixedSource source(table.hasByteOrderMark ? "\xEF\xBB\xBF" : "", text);
   CsvReader reader(source, table.dialect);
   Record record;
   while (reader.next(record)) visit(record);

@@ -11,24 +11,24 @@
 namespace mervane::cli {
 namespace {
 
-using workbook::WorkbookHost;
+using hosts::OpenBook;
 
-std::string placeOf(const WorkbookHost::WrittenBlock& block) {
-  return workbook::quotedSheetName(block.sheet) + "!" + workbook::a1(block.area);
+std::string placeOf(const OpenBook::WrittenBlock& block) {
+  return sheet::quotedSheetName(block.sheet) + "!" + sheet::a1(block.area);
 }
 
-std::string overwrittenText(const WorkbookHost::WrittenBlock& block) {
+std::string overwrittenText(const OpenBook::WrittenBlock& block) {
   if (block.overwrittenCount == 0) return "all empty now";
   std::string text = counted(block.overwrittenCount, "holds", "hold") + " something now: ";
   constexpr std::size_t shown = 5;
   for (std::size_t i = 0; i < std::min(shown, block.overwritten.size()); ++i) {
     const auto& one = block.overwritten[i];
-    text += (i == 0 ? "" : ", ") + workbook::a1(one.at) + " " + cli::quoted(one.text);
+    text += (i == 0 ? "" : ", ") + sheet::a1(one.at) + " " + cli::quoted(one.text);
   }
   return block.overwrittenCount > static_cast<std::int64_t>(shown) ? text + ", ..." : text;
 }
 
-void writeText(const std::vector<WorkbookHost::WrittenBlock>& blocks, const std::vector<std::string>& notes,
+void writeText(const std::vector<OpenBook::WrittenBlock>& blocks, const std::vector<std::string>& notes,
                OutputFile& out) {
   out.write("Nothing is saved. A run would write to these cells:\n");
   std::size_t width = 0;
@@ -50,20 +50,20 @@ std::string listed(const std::vector<std::string>& items) {
   return "[" + text + "]";
 }
 
-std::string jsonOf(const WorkbookHost::WrittenBlock& block) {
+std::string jsonOf(const OpenBook::WrittenBlock& block) {
   std::vector<std::string> before;
   for (const auto& one : block.overwritten) {
-    before.push_back("{\"cell\":" + jsonString(workbook::a1(one.at)) + ",\"text\":" + jsonString(one.text) + "}");
+    before.push_back("{\"cell\":" + jsonString(sheet::a1(one.at)) + ",\"text\":" + jsonString(one.text) + "}");
   }
-  return "{\"sheet\":" + jsonString(block.sheet) + ",\"range\":" + jsonString(workbook::a1(block.area)) +
+  return "{\"sheet\":" + jsonString(block.sheet) + ",\"range\":" + jsonString(sheet::a1(block.area)) +
          ",\"cells\":" + decimal(block.area.cells()) + ",\"overwritten\":" + decimal(block.overwrittenCount) +
          ",\"before\":" + listed(before) + "}";
 }
 
 }  // namespace
 
-void writeDryRun(WorkbookHost& book, bool json, OutputFile& out) {
-  const std::vector<WorkbookHost::WrittenBlock> blocks = book.written();
+void writeDryRun(OpenBook& book, bool json, OutputFile& out) {
+  const std::vector<OpenBook::WrittenBlock> blocks = book.written();
   if (!json) return writeText(blocks, book.notes(), out);
   std::vector<std::string> written;
   for (const auto& block : blocks) written.push_back(jsonOf(block));

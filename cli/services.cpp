@@ -7,9 +7,10 @@
 
 #include "cli/error_answers.h"
 #include "cli/forgetful_key_store.h"
+#include "cli/machine.h"
+#include "cli/paths.h"
 #include "cli/problem.h"
 #include "cli/text_display.h"
-#include "platform/posix/services.h"
 #include "support/error_handler.h"
 #include "support/globals.h"
 
@@ -26,7 +27,7 @@ class SilentScreen final : public platform::Screen {
 void checkLog(const char* flag, const std::string& path) {
   if (path.empty()) return;
   errno = 0;
-  if (std::ofstream(path, std::ios::app)) return;
+  if (std::ofstream(toPath(path), std::ios::app)) return;
   throw Problem(ExitStatus::fileTrouble,
                 std::string(flag) + ": " + printable(path) + " cannot be written: " + std::strerror(errno),
                 "Name a file in a folder that you may write to.");
@@ -53,7 +54,7 @@ void switchOnLogs(const LogFiles& logs) {
 }
 
 std::shared_ptr<platform::Services> rememberingServices(ErrorAnswers& answers) {
-  auto services = std::make_shared<platform::Services>(posix::makePosixServices());
+  auto services = std::make_shared<platform::Services>(machineServices());
   services->screen = std::make_shared<SilentScreen>();
   services->createErrorWindow = [&answers] { return answers.createWindow(); };
   return services;

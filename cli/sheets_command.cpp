@@ -11,7 +11,7 @@
 namespace mervane::cli {
 namespace {
 
-using workbook::WorkbookHost;
+using hosts::OpenBook;
 
 std::string headersText(const std::vector<std::string>& headers) {
   constexpr std::size_t mostColumns = 12;
@@ -24,14 +24,14 @@ std::string headersText(const std::vector<std::string>& headers) {
   return text;
 }
 
-void writeText(WorkbookHost& book, OutputFile& out) {
-  for (const WorkbookHost::SheetInfo& info : book.sheets()) {
-    const std::string name = printable(workbook::quotedSheetName(info.name));
+void writeText(OpenBook& book, OutputFile& out) {
+  for (const OpenBook::SheetInfo& info : book.sheets()) {
+    const std::string name = printable(sheet::quotedSheetName(info.name));
     if (!info.used) {
       out.write(name + (info.isActive ? " (active)" : "") + ": empty\n");
       continue;
     }
-    out.write(name + "!" + workbook::a1(*info.used) + (info.isActive ? " (active)" : "") + ": " +
+    out.write(name + "!" + sheet::a1(*info.used) + (info.isActive ? " (active)" : "") + ": " +
               counted(info.used->rows(), "row", "rows") + ", " + counted(info.used->columns(), "column", "columns") +
               "\n");
     out.write("    first row  " + headersText(info.headers) + "\n");
@@ -41,18 +41,18 @@ void writeText(WorkbookHost& book, OutputFile& out) {
   }
 }
 
-std::string jsonOf(WorkbookHost& book, const WorkbookHost::SheetInfo& info) {
+std::string jsonOf(OpenBook& book, const OpenBook::SheetInfo& info) {
   std::string headers;
   for (const std::string& header : info.headers) headers += (headers.empty() ? "" : ",") + jsonString(header);
   const auto block = book.numericBlock(info.name);
   return "{\"name\":" + jsonString(info.name) + ",\"active\":" + (info.isActive ? "true" : "false") +
-         ",\"used\":" + (info.used ? jsonString(workbook::a1(*info.used)) : "null") + ",\"headers\":[" + headers +
-         "],\"numbers\":" + (block ? jsonString(workbook::a1(*block)) : "null") + "}";
+         ",\"used\":" + (info.used ? jsonString(sheet::a1(*info.used)) : "null") + ",\"headers\":[" + headers +
+         "],\"numbers\":" + (block ? jsonString(sheet::a1(*block)) : "null") + "}";
 }
 
-void writeJson(WorkbookHost& book, OutputFile& out) {
+void writeJson(OpenBook& book, OutputFile& out) {
   std::string text;
-  for (const WorkbookHost::SheetInfo& info : book.sheets()) {
+  for (const OpenBook::SheetInfo& info : book.sheets()) {
     text += (text.empty() ? "[\n" : ",\n") + jsonOf(book, info);
   }
   out.write(text.empty() ? "[]\n" : text + "\n]\n");
@@ -61,13 +61,9 @@ void writeJson(WorkbookHost& book, OutputFile& out) {
 }  // namespace
 
 ExitStatus sheets(const SheetsOptions& options) {
-  const auto book = openWorkbook(options.input);
+  const auto book = openWorkbook(options.input, options.host);
   const auto out = openOutput("-");
-  if (options.json) {
-    writeJson(*book, *out);
-  } else {
-    writeText(*book, *out);
-  }
+  readingWorkbook(options.input, [&] { options.json ? writeJson(*book, *out) : writeText(*book, *out); });
   out->commit();
   return ExitStatus::done;
 }

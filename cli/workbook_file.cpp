@@ -4,26 +4,17 @@
 #include <array>
 
 #include "cli/byte_source.h"
+#include "cli/calc_module.h"
+#include "cli/interruption.h"
 #include "cli/output_file.h"
+#include "cli/paths.h"
 #include "cli/problem.h"
+#include "cli/text_display.h"
+#include "hosts/workbook/workbook_host.h"
 #include "mervane/failure.h"
 
 namespace mervane::cli {
 namespace {
-
-bool endsIn(const std::string& path, std::string_view ending) {
-  if (path.size() < ending.size()) return false;
-  return std::equal(ending.begin(), ending.end(), path.end() - static_cast<std::ptrdiff_t>(ending.size()),
-                    [](char wanted, char c) { return wanted == (c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c); });
-}
-
-/// A failure's sentences as a message and its advice: the first one, and the others.
-Problem problemOf(const Failure& failure) {
-  const std::string& text = failure.description();
-  const std::size_t end = text.find(". ");
-  if (end != std::string::npos) return {ExitStatus::fileTrouble, text.substr(0, end), text.substr(end + 2)};
-  return {ExitStatus::fileTrouble, text.ends_with('.') ? text.substr(0, text.size() - 1) : text};
-}
 
 void copy(const std::string& from, const std::string& to) {
   const auto source = openSource(from);
@@ -35,27 +26,67 @@ void copy(const std::string& from, const std::string& to) {
   target->commit();
 }
 
-}  // namespace
+constexpr std::array<std::string_view, 2> ownEndings{".xlsx", ".xlsm"};
+constexpr std::array<std::string_view, 4> officeEndings{".xls", ".xlsb", ".ods", ".fods"};
 
-bool isWorkbookName(const std::string& path) {
-  constexpr std::array<std::string_view, 5> endings{".xlsx", ".xlsm", ".xls", ".xlsb", ".ods"};
-  return std::ranges::any_of(endings, [&](std::string_view ending) { return endsIn(path, ending); });
+template <std::size_t count>
+bool endsInAny(const std::string& path, const std::array<std::string_view, count>& endings) {
+  return std::ranges::any_of(endings, [&](std::string_view ending) { return nameEndsIn(path, ending); });
 }
 
-std::unique_ptr<workbook::WorkbookHost> openWorkbook(const std::string& path) {
+}  // namespace
+
+bool nameEndsIn(const std::string& path, std::string_view ending) {
+  if (path.size() < ending.size()) return false;
+  return std::equal(ending.begin(), ending.end(), path.end() - static_cast<std::ptrdiff_t>(ending.size()),
+                    [](char wanted, char c) { return wanted == (c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c); });
+}
+
+bool isWorkbookName(const std::string& path) {
+  return endsInAny(path, ownEndings) || endsInAny(path, officeEndings);
+}
+
+Problem fileTrouble(const std::string& path, const Failure& failure) {
+  // Its first sentence is the message, the others are the advice.
+  std::string text = failure.description();
+  if (text.find(path) == std::string::npos) text = printable(path) + ": " + text;
+  const std::size_t end = text.find(". ");
+  if (end != std::string::npos) return {ExitStatus::fileTrouble, text.substr(0, end), text.substr(end + 2)};
+  return {ExitStatus::fileTrouble, text.ends_with('.') ? text.substr(0, text.size() - 1) : text};
+}
+
+bool isForCalc(const std::string& path, BookHost host) {
+  if (host != BookHost::byName) return host == BookHost::calc;
+  return endsInAny(path, officeEndings) && hasCalcModule();
+}
+
+bool isOfficeOutput(const std::string& path) {
+  return endsInAny(path, ownEndings) || (endsInAny(path, officeEndings) && !nameEndsIn(path, ".xlsb"));
+}
+
+std::unique_ptr<hosts::OpenBook> openWorkbook(const std::string& path, BookHost host) {
   try {
-    return workbook::WorkbookHost::open(path);
+    if (isForCalc(path, host)) return openWithCalc(path);
+    return workbook::WorkbookHost::open(toPath(path));
   } catch (const Failure& failure) {
-    throw problemOf(failure);
+    const Problem problem = fileTrouble(path, failure);
+    if (!endsInAny(path, officeEndings) || isForCalc(path, host)) throw problem;
+    throw Problem(problem.status(), problem.message(), problem.advice() + " Or let LibreOffice open it: --host calc.");
   }
 }
 
-void saveWorkbook(workbook::WorkbookHost& book, const std::string& target, const std::string& backupSuffix) {
+void saveWorkbook(hosts::OpenBook& book, const std::string& target, const std::string& backupSuffix) {
   if (!backupSuffix.empty()) copy(target, target + backupSuffix);
   try {
-    book.save(target);
+    book.save(toPath(target), [](const std::filesystem::path& unfinished) {
+      if (unfinished.empty()) {
+        interruption::releaseFile();
+      } else {
+        interruption::guardFile(toText(unfinished));
+      }
+    });
   } catch (const Failure& failure) {
-    throw problemOf(failure);
+    throw fileTrouble(target, failure);
   }
 }
 

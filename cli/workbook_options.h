@@ -20,11 +20,19 @@ struct OutputSwitches {
   std::optional<bool> sort;
 };
 
+/// What opens a workbook.
+enum class BookHost {
+  byName,    ///< the program itself for .xlsx and .xlsm, LibreOffice Calc for what it alone opens
+  workbook,  ///< the program itself
+  calc,      ///< LibreOffice Calc
+};
+
 /// What `mervane cluster BOOK.xlsx` takes beyond the options of data files.
 struct WorkbookOptions {
   std::string inputs;   ///< a reference; empty: the remembered one, or one that is proposed
   std::string outputs;  ///< the same
   OutputSwitches output;
+  BookHost host = BookHost::byName;
   bool inPlace = false;
   std::string backupSuffix;  ///< of the copy that --in-place leaves; empty for none
   bool dryRun = false;

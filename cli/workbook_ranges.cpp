@@ -7,24 +7,41 @@
 namespace mervane::cli {
 namespace {
 
-using workbook::CellArea;
-using workbook::WorkbookHost;
+using hosts::OpenBook;
+using sheet::CellArea;
 
-constexpr std::int32_t lastReferenceColumn = 702;  // ZZ
-
-std::optional<CellArea> usedArea(WorkbookHost& book, const std::string& sheet) {
-  for (const WorkbookHost::SheetInfo& info : book.sheets()) {
-    if (info.name == sheet) return info.used;
-  }
-  return std::nullopt;
-}
-
-bool holdsSomething(WorkbookHost& book, const WorkbookHost::Place& place, std::int32_t column) {
+bool holdsSomething(OpenBook& book, const OpenBook::Place& place, std::int32_t column) {
   for (std::int32_t row = place.area.firstRow; row <= place.area.lastRow; ++row) {
-    const workbook::CellAddress at{row, column};
+    const sheet::CellAddress at{row, column};
     if (!book.cellText(place.sheet, at).empty() || book.cellFormula(place.sheet, at)) return true;
   }
   return false;
+}
+
+/// Looks at the contents of the column that sorting puts back as values.
+void lookAtScratchColumn(OpenBook& book, const OpenBook::Place& place, std::int32_t column, Neighbours& neighbours) {
+  for (std::int32_t row = place.area.firstRow; row <= place.area.lastRow; ++row) {
+    const sheet::CellAddress at{row, column};
+    if (book.cellFormula(place.sheet, at)) {
+      neighbours.formulas = sheet::columnLetters(column);
+    } else if (book.cellText(place.sheet, at).starts_with('=') && book.cellText(place.sheet, at).size() > 1) {
+      neighbours.equalsSigns = sheet::columnLetters(column);
+    }
+  }
+}
+
+/// "B5", "B5 and C7", "B5, C7 and 3 other cells".
+std::string cellsText(const std::vector<std::string>& cells) {
+  constexpr std::size_t most = 5;
+  const std::size_t named = std::min(cells.size(), most);
+  const std::size_t others = cells.size() - named;
+  std::string text;
+  for (std::size_t i = 0; i < named; ++i) {
+    if (i > 0) text += i + 1 == named && others == 0 ? " and " : ", ";
+    text += cells[i];
+  }
+  if (others == 0) return text;
+  return text + " and " + counted(static_cast<std::int64_t>(others), "other cell", "other cells");
 }
 
 /// "column A", "columns A and C", "columns A, C and D".
@@ -41,36 +58,41 @@ std::string columnsText(const std::vector<std::string>& columns) {
 
 }  // namespace
 
-std::string referenceOf(const WorkbookHost::Place& place) {
-  return workbook::quotedSheetName(place.sheet) + "!" + workbook::a1(place.area);
+std::string referenceOf(const OpenBook::Place& place) {
+  return sheet::quotedSheetName(place.sheet) + "!" + sheet::a1(place.area);
 }
 
-std::optional<WorkbookHost::Place> proposedInputs(WorkbookHost& book) {
+std::optional<OpenBook::Place> proposedInputs(OpenBook& book) {
   const std::string sheet = book.activeSheetName();
   const auto block = book.numericBlock(sheet);
   if (!block) return std::nullopt;
-  return WorkbookHost::Place{sheet, *block};
+  return OpenBook::Place{sheet, *block};
 }
 
-std::optional<WorkbookHost::Place> proposedOutputs(WorkbookHost& book, const WorkbookHost::Place& inputs) {
-  const auto used = usedArea(book, inputs.sheet);
+std::optional<OpenBook::Place> proposedOutputs(OpenBook& book, const OpenBook::Place& inputs) {
+  const auto used = book.usedArea(inputs.sheet);
   // The column right of the inputs takes the labels of the statistics.
   const std::int32_t taken = std::max(inputs.area.lastColumn + 1, used ? used->lastColumn : 0);
   const std::int32_t column = taken + 1;
   if (column > lastReferenceColumn) return std::nullopt;
-  return WorkbookHost::Place{inputs.sheet, {inputs.area.firstRow, column, inputs.area.firstRow, column}};
+  return OpenBook::Place{inputs.sheet, {inputs.area.firstRow, column, inputs.area.firstRow, column}};
 }
 
-Neighbours neighboursOf(WorkbookHost& book, const WorkbookHost::Place& inputs, const std::optional<CellArea>& listing) {
+Neighbours neighboursOf(OpenBook& book, const OpenBook::Place& inputs, const std::optional<CellArea>& listing) {
   Neighbours neighbours;
-  const auto used = usedArea(book, inputs.sheet);
+  const auto used = book.usedArea(inputs.sheet);
   if (!used) return neighbours;
+  const CellArea moving{inputs.area.firstRow, 1, inputs.area.lastRow, inputs.area.lastColumn};
+  for (const sheet::CellAddress& at : book.commentedCells(inputs.sheet, moving)) {
+    neighbours.comments.push_back(sheet::a1(at));
+  }
   for (std::int32_t column = used->firstColumn; column <= used->lastColumn; ++column) {
     const bool isInput = column >= inputs.area.firstColumn && column <= inputs.area.lastColumn;
     const bool isListing = listing && column >= listing->firstColumn && column <= listing->lastColumn;
     if (isInput || isListing || !holdsSomething(book, inputs, column)) continue;
     auto& side = column < inputs.area.firstColumn ? neighbours.left : neighbours.right;
-    side.push_back(workbook::columnLetters(column));
+    side.push_back(sheet::columnLetters(column));
+    if (column == inputs.area.lastColumn + 1) lookAtScratchColumn(book, inputs, column, neighbours);
   }
   return neighbours;
 }
@@ -85,6 +107,20 @@ std::vector<std::string> sortingWarnings(const Neighbours& neighbours) {
     warnings.push_back("sorting by cluster leaves the cells of " + columnsText(neighbours.right) +
                        ", right of the inputs, where they are, so that they no longer stand beside their rows; "
                        "--no-sort leaves every row where it is");
+  }
+  if (!neighbours.comments.empty()) {
+    warnings.push_back("sorting by cluster leaves the comments of " + cellsText(neighbours.comments) +
+                       " where they are, so that they no longer belong to their rows; --no-sort leaves every row "
+                       "where it is");
+  }
+  if (!neighbours.formulas.empty()) {
+    warnings.push_back("sorting by cluster turns the formulas of column " + neighbours.formulas +
+                       ", right of the inputs, into their values; --no-sort leaves them as they are");
+  }
+  if (!neighbours.equalsSigns.empty()) {
+    warnings.push_back("sorting by cluster writes the texts of column " + neighbours.equalsSigns +
+                       ", right of the inputs, anew, and those that begin with an equals sign may become formulas; "
+                       "--no-sort leaves them as they are");
   }
   return warnings;
 }

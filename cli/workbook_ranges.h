@@ -1,32 +1,42 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "hosts/workbook/workbook_host.h"
+#include "hosts/book/open_book.h"
 
 /// Where a run reads and writes, as far as the program itself has to know it.
 namespace mervane::cli {
 
+/// The last row and column that a reference may name, 65535 and ZZ.
+inline constexpr std::int32_t lastReferenceRow = 65535;
+inline constexpr std::int32_t lastReferenceColumn = 702;
+
 /// "Sheet1!B2:E151".
-[[nodiscard]] std::string referenceOf(const workbook::WorkbookHost::Place& place);
+[[nodiscard]] std::string referenceOf(const hosts::OpenBook::Place& place);
 
 /// The one rectangular block of numbers on the active sheet.
-[[nodiscard]] std::optional<workbook::WorkbookHost::Place> proposedInputs(workbook::WorkbookHost& book);
+[[nodiscard]] std::optional<hosts::OpenBook::Place> proposedInputs(hosts::OpenBook& book);
 /// A free cell beside the inputs for the listing: in their first row, one column apart from whatever stands on the
 /// sheet. Nothing where that is beyond column ZZ, the last that a reference may name.
-[[nodiscard]] std::optional<workbook::WorkbookHost::Place> proposedOutputs(workbook::WorkbookHost& book,
-                                                                           const workbook::WorkbookHost::Place& inputs);
+[[nodiscard]] std::optional<hosts::OpenBook::Place> proposedOutputs(hosts::OpenBook& book,
+                                                                    const hosts::OpenBook::Place& inputs);
 
 /// Columns beside the inputs that hold something in one of their rows.
 struct Neighbours {
-  std::vector<std::string> left;   ///< sorting moves them with the rows
-  std::vector<std::string> right;  ///< sorting leaves them where they are
+  std::vector<std::string> left;      ///< sorting moves them with the rows
+  std::vector<std::string> right;     ///< sorting leaves them where they are
+  std::vector<std::string> comments;  ///< cells whose comments stay behind when their rows move
+  /// The column beside the inputs, which sorting needs for itself and puts back as values, where that changes
+  /// something.
+  std::string formulas;     ///< its letters where it holds formulas
+  std::string equalsSigns;  ///< its letters where it holds texts that may become formulas
 };
 /// @param listing columns that the run writes its listing to, which do not count; empty area for none.
-[[nodiscard]] Neighbours neighboursOf(workbook::WorkbookHost& book, const workbook::WorkbookHost::Place& inputs,
-                                      const std::optional<workbook::CellArea>& listing);
+[[nodiscard]] Neighbours neighboursOf(hosts::OpenBook& book, const hosts::OpenBook::Place& inputs,
+                                      const std::optional<sheet::CellArea>& listing);
 
 /// Sentences about what sorting does to them.
 [[nodiscard]] std::vector<std::string> sortingWarnings(const Neighbours& neighbours);

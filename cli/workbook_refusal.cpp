@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/text_display.h"
+#include "cli/workbook_ranges.h"
 #include "mervane/convert.h"
 #include "mervane/failure.h"
 #include "mervane/letter_case.h"
@@ -15,11 +16,9 @@
 namespace mervane::cli {
 namespace {
 
-using workbook::CellAddress;
-using workbook::CellArea;
-using workbook::WorkbookHost;
-
-constexpr std::int64_t lastRow = 65535;  ///< the last one that a reference may name
+using hosts::OpenBook;
+using sheet::CellAddress;
+using sheet::CellArea;
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
@@ -43,13 +42,43 @@ std::string rowTrouble(std::string_view digits) {
   while (number.size() > 1 && number.front() == '0') number.remove_prefix(1);
   if (number == "0") return "row 0 is below 1";
   constexpr std::size_t mostDigits = 5;
-  if (number.size() < mostDigits || (number.size() == mostDigits && std::stol(std::string(number)) <= lastRow))
+  if (number.size() < mostDigits || (number.size() == mostDigits && std::stol(std::string(number)) <= lastReferenceRow))
     return {};
   return "row " + std::string(number) + " is above 65535";
 }
 
-std::string fullReference(const WorkbookHost::Place& place) {
-  return workbook::quotedSheetName(place.sheet) + "!" + workbook::a1(place.area);
+bool isText(OpenBook& book, const std::string& sheet, CellAddress at) {
+  return book.cellValueOrEmpty(sheet, at).getIf<std::string>() != nullptr;
+}
+
+/// Whole rows or columns as far as the sheet is used, without the lines of text on top.
+CellArea usedPart(OpenBook& book, const OpenBook::Place& place) {
+  const CellArea& area = place.area;
+  const auto used = book.usedArea(place.sheet);
+  const bool isWhole = area.rows() == sheet::lastSheetRow || area.columns() == sheet::lastSheetColumn;
+  if (!isWhole || !used || !area.meets(*used)) return area;
+  CellArea part{std::max(area.firstRow, used->firstRow), std::max(area.firstColumn, used->firstColumn),
+                std::min(area.lastRow, used->lastRow), std::min(area.lastColumn, used->lastColumn)};
+  const auto holdsText = [&](std::int32_t row) {
+    for (std::int32_t column = part.firstColumn; column <= part.lastColumn; ++column) {
+      if (isText(book, place.sheet, {row, column})) return true;
+    }
+    return false;
+  };
+  while (part.firstRow < part.lastRow && holdsText(part.firstRow)) ++part.firstRow;
+  return part;
+}
+
+/// What to give in place of a text that leads to cells but is no reference; nothing where it leads nowhere.
+std::string instead(OpenBook& book, const std::string& text) {
+  const auto place = book.find(text);
+  if (!place) return {};
+  const CellArea area = usedPart(book, *place);
+  if (area.lastColumn > lastReferenceColumn) {
+    return "; column " + sheet::columnLetters(area.lastColumn) + " is beyond ZZ";
+  }
+  if (area.lastRow > lastReferenceRow) return "; row " + std::to_string(area.lastRow) + " is above 65535";
+  return "; give " + referenceOf({place->sheet, area});
 }
 
 /// Changes of one character that lead from one text to the other.
@@ -69,7 +98,7 @@ std::size_t distance(std::string_view from, std::string_view to) {
 }
 
 /// The nearest of the names, or all of them where none is near.
-std::string nearestSheet(const WorkbookHost& book, const std::string& wanted) {
+std::string nearestSheet(const OpenBook& book, const std::string& wanted) {
   const std::vector<std::string> names = book.sheetNames();
   const auto far = [&](const std::string& name) { return distance(lowered(name), lowered(wanted)); };
   const auto nearest = std::ranges::min_element(names, {}, far);
@@ -86,7 +115,7 @@ std::string unquotedSheet(std::string sheet) {
 }
 
 /// What keeps a cell from being a number; empty where it is one.
-std::string cellTrouble(WorkbookHost& book, const std::string& sheet, CellAddress at) {
+std::string cellTrouble(OpenBook& book, const std::string& sheet, CellAddress at) {
   Variant value;
   try {
     value = book.cellValue(sheet, at);
@@ -106,16 +135,20 @@ std::string cellTrouble(WorkbookHost& book, const std::string& sheet, CellAddres
 }
 
 /// The first cell that the component stumbles over, in the order in which it reads: column by column.
-std::string firstBadCell(WorkbookHost& book, const WorkbookHost::Place& place) {
-  const std::string sheet = workbook::quotedSheetName(place.sheet) + "!";
+std::string firstBadCell(OpenBook& book, const OpenBook::Place& place) {
+  const std::string sheet = sheet::quotedSheetName(place.sheet) + "!";
   std::string first;
   std::int64_t others = 0;
-  for (std::int32_t column = place.area.firstColumn; column <= place.area.lastColumn; ++column) {
-    for (std::int32_t row = place.area.firstRow; row <= place.area.lastRow; ++row) {
+  // Beyond the used cells there is nothing, which counts as 0.
+  const std::optional<CellArea> used = book.usedArea(place.sheet);
+  if (!used) return first;
+  const CellArea& area = place.area;
+  for (std::int32_t column = area.firstColumn; column <= std::min(area.lastColumn, used->lastColumn); ++column) {
+    for (std::int32_t row = area.firstRow; row <= std::min(area.lastRow, used->lastRow); ++row) {
       const std::string trouble = cellTrouble(book, place.sheet, {row, column});
       if (trouble.empty()) continue;
       if (first.empty()) {
-        first = sheet + workbook::a1(CellAddress{row, column}) + ": " + trouble;
+        first = sheet + sheet::a1(CellAddress{row, column}) + ": " + trouble;
       } else {
         ++others;
       }
@@ -129,18 +162,17 @@ std::string firstBadCell(WorkbookHost& book, const WorkbookHost::Place& place) {
 }
 
 /// Says what the first column of a range holds that is no reason to make clusters.
-std::string equalValues(WorkbookHost& book, const WorkbookHost::Place& place) {
+std::string equalValues(OpenBook& book, const OpenBook::Place& place) {
   const CellArea& area = place.area;
-  if (area.rows() == 1) return "the range " + workbook::a1(area) + " has one row";
+  if (area.rows() == 1) return "the range " + sheet::a1(area) + " has one row";
   const CellArea column{area.firstRow, area.firstColumn, area.lastRow, area.firstColumn};
   std::string held = book.cellText(place.sheet, {area.firstRow, area.firstColumn});
-  return "first column " + workbook::a1(column) + " holds " + (held.empty() ? "nothing" : printable(held)) +
-         " throughout";
+  return "first column " + sheet::a1(column) + " holds " + (held.empty() ? "nothing" : printable(held)) + " throughout";
 }
 
 }  // namespace
 
-std::string referenceTrouble(WorkbookHost& book, std::string_view flag, const std::string& reference) {
+std::string referenceTrouble(OpenBook& book, std::string_view flag, const std::string& reference) {
   const std::string name(flag);
   if (reference.empty()) return name + " is empty; give a reference such as Sheet1!A2:D151";
   const std::size_t mark = reference.rfind('!');
@@ -150,10 +182,8 @@ std::string referenceTrouble(WorkbookHost& book, std::string_view flag, const st
   const auto first = rowDigits(cells.substr(0, colon));
   const auto second = colon == std::string_view::npos ? first : rowDigits(cells.substr(colon + 1));
   if (!first || !second || mark == 0) {
-    std::string trouble = name + ": " + cli::quoted(reference) + " is not a reference such as Sheet1!A2:D151";
-    // A name or an absolute reference leads to a place all the same.
-    if (const auto place = book.find(reference)) trouble += "; give " + fullReference(*place);
-    return trouble;
+    return name + ": " + cli::quoted(reference) + " is not a reference such as Sheet1!A2:D151" +
+           instead(book, reference);
   }
   for (const std::string_view digits : {*first, *second}) {
     const std::string trouble = rowTrouble(digits);
@@ -167,7 +197,7 @@ std::string referenceTrouble(WorkbookHost& book, std::string_view flag, const st
   return isKnown ? std::string() : name + ": there is no sheet " + cli::quoted(sheet) + nearestSheet(book, sheet);
 }
 
-std::string whyRefused(WorkbookHost& book, const std::string& message, const std::string& inputs,
+std::string whyRefused(OpenBook& book, const std::string& message, const std::string& inputs,
                        const std::string& outputs) {
   // In the order of the component's own checks.
   std::string trouble = referenceTrouble(book, "--inputs", inputs);

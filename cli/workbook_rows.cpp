@@ -11,8 +11,8 @@
 namespace mervane::cli {
 namespace {
 
-using workbook::CellAddress;
-using workbook::WorkbookHost;
+using hosts::OpenBook;
+using sheet::CellAddress;
 
 std::string field(const std::string& text) {
   std::string quotedText = "\"";
@@ -24,8 +24,10 @@ std::string field(const std::string& text) {
 }
 
 /// A cell as a data file shows it: a number in full, anything else as the sheet shows it.
-std::string cellField(WorkbookHost& book, const std::string& sheet, CellAddress at, bool isInput) {
-  const Variant value = book.cellValue(sheet, at);
+std::string cellField(OpenBook& book, const std::string& sheet, CellAddress at, bool isInput) {
+  // A formula outside of the inputs need not have been computed.
+  const Variant value = isInput ? book.cellValue(sheet, at) : book.cellValueOrEmpty(sheet, at);
+  if (value.isEmpty()) return field({});
   if (const auto* number = value.getIf<double>()) return formatExact(*number);
   // The network takes a truth value for a number.
   if (isInput && value.getIf<bool>() != nullptr) return formatExact(toDouble(value, globals::locale()));
@@ -34,23 +36,22 @@ std::string cellField(WorkbookHost& book, const std::string& sheet, CellAddress 
 
 }  // namespace
 
-std::vector<std::string> columnNames(WorkbookHost& book, const WorkbookHost::Place& place) {
+std::vector<std::string> columnNames(OpenBook& book, const OpenBook::Place& place) {
   std::vector<std::string> names;
   for (std::int32_t column = place.area.firstColumn; column <= place.area.lastColumn; ++column) {
     const CellAddress above{place.area.firstRow - 1, column};
-    const bool isText = above.row >= 1 && book.cellValue(place.sheet, above).getIf<std::string>() != nullptr;
+    const bool isText = above.row >= 1 && book.cellValueOrEmpty(place.sheet, above).getIf<std::string>() != nullptr;
     const std::string text = isText ? book.cellText(place.sheet, above) : std::string();
-    names.push_back(text.empty() ? workbook::columnLetters(column) : text);
+    names.push_back(text.empty() ? sheet::columnLetters(column) : text);
   }
   return names;
 }
 
-WorkbookRows::WorkbookRows(WorkbookHost& book, const WorkbookHost::Place& inputs) {
-  workbook::CellArea area = inputs.area;
-  for (const WorkbookHost::SheetInfo& info : book.sheets()) {
-    if (info.name != inputs.sheet || !info.used) continue;
-    area.firstColumn = std::min(area.firstColumn, info.used->firstColumn);
-    area.lastColumn = std::max(area.lastColumn, info.used->lastColumn);
+WorkbookRows::WorkbookRows(OpenBook& book, const OpenBook::Place& inputs) {
+  sheet::CellArea area = inputs.area;
+  if (const auto used = book.usedArea(inputs.sheet)) {
+    area.firstColumn = std::min(area.firstColumn, used->firstColumn);
+    area.lastColumn = std::max(area.lastColumn, used->lastColumn);
   }
   inputNames_ = columnNames(book, inputs);
   for (const std::string& name : columnNames(book, {inputs.sheet, area})) {

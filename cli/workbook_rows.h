@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "cli/output_formats.h"
-#include "hosts/workbook/workbook_host.h"
+#include "hosts/book/open_book.h"
 
 namespace mervane::cli {
 
 /// The rows of a range as a data file holds them, with whatever else stands on them, as they were before the run.
 class WorkbookRows {
  public:
-  WorkbookRows(workbook::WorkbookHost& book, const workbook::WorkbookHost::Place& inputs);
+  WorkbookRows(hosts::OpenBook& book, const hosts::OpenBook::Place& inputs);
 
   /// What a person calls the columns of the inputs: the texts above them, or their letters.
   [[nodiscard]] const std::vector<std::string>& inputNames() const { return inputNames_; }
@@ -27,7 +27,6 @@ class WorkbookRows {
 };
 
 /// The texts over the columns of a range where each has one, their letters where not.
-[[nodiscard]] std::vector<std::string> columnNames(workbook::WorkbookHost& book,
-                                                   const workbook::WorkbookHost::Place& place);
+[[nodiscard]] std::vector<std::string> columnNames(hosts::OpenBook& book, const hosts::OpenBook::Place& place);
 
 }  // namespace mervane::cli

@@ -8,10 +8,12 @@
 #include "cli/talk.h"
 #include "cli/training_watch.h"
 #include "cli/workbook_refusal.h"
+#include "dialog/store_without_places.h"
 #include "mervane/classifier3.h"
 #include "mervane/convert.h"
 #include "mervane/failure.h"
 #include "platform/headless/headless_option_window.h"
+#include "spreadsheet/application.h"
 #include "support/globals.h"
 
 namespace mervane::cli {
@@ -56,6 +58,7 @@ WorkbookServices::WorkbookServices(Talk& talk, const ErrorPolicy& onError, bool 
       screen_(std::make_shared<WatchedScreen>()),
       user_(std::make_shared<User>()) {
   const auto services = remembered ? rememberingServices(answers_) : commandLineServices(answers_);
+  if (remembered) services->keyStore = dialog::storeWithoutPlaces(services->keyStore);
   services->messageBox = message_;
   services->screen = screen_;
   services->createOptionWindow = platform::headlessOptionWindows(user_);
@@ -69,7 +72,11 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
   const OwnedClassifier owned;
   Classifier3& classifier = *owned;
   switchOnLogs(options.logs);
-  classifier.ExcelApplication(book_.application());
+  const sheet::ObjectRef application = book_.application();
+  // Flags hold A1 references, whichever notation the workbook shows. The file keeps its own.
+  const Variant notation[] = {Variant(sheet::referenceStyleA1)};
+  static_cast<void>(application->invoke(sheet::Access::put, sheet::member::ReferenceStyle, notation));
+  classifier.ExcelApplication(application);
   setInitialWeights(classifier, entries.network);
 
   TrainingWatch watch(classifier, talk_, options.showProgress, trace);

@@ -6,7 +6,7 @@
 
 #include "cli/cluster_run.h"
 #include "cli/dialog_entries.h"
-#include "hosts/workbook/workbook_host.h"
+#include "hosts/book/open_book.h"
 
 namespace mervane::cli {
 
@@ -42,7 +42,7 @@ class WorkbookSession {
   /// and whether it will sort.
   using BeforeRun = std::function<void(const std::string& inputs, const std::string& outputs, bool sorts)>;
 
-  WorkbookSession(workbook::WorkbookHost& book, WorkbookServices& services, Talk& talk)
+  WorkbookSession(hosts::OpenBook& book, WorkbookServices& services, Talk& talk)
       : book_(book), services_(services), talk_(talk) {}
 
   /// Raises a Problem with the status usage for an entry that the dialog refuses, dataRefused where a check of the
@@ -54,7 +54,7 @@ class WorkbookSession {
  private:
   [[noreturn]] void refuse(Classifier3& classifier);
 
-  workbook::WorkbookHost& book_;
+  hosts::OpenBook& book_;
   WorkbookServices& services_;
   Talk& talk_;
 };

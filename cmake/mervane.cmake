@@ -55,7 +55,7 @@ endfunction()
 # Most of the time of a test's compilation goes into the test framework's headers, so all tests share them compiled once,
 # and tests are not optimised much.
 function(mervane_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "ONE_RUN" "" "SOURCES;LINKS")
   if(NOT TARGET mervane_test_headers)
     file(WRITE ${CMAKE_BINARY_DIR}/test_headers.cpp "int main() { return 0; }\n")
     add_executable(mervane_test_headers EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/test_headers.cpp)
@@ -67,7 +67,15 @@ function(mervane_test name)
   mervane_test_options(${name})
   target_link_libraries(${name} PRIVATE ${arg_LINKS})
   target_precompile_headers(${name} REUSE_FROM mervane_test_headers)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+  if(CMAKE_CROSSCOMPILING OR arg_ONE_RUN)
+    # To start an emulated program takes longer than most cases: each program is started once, and its own results count.
+    # So is one that starts something large for all its cases.
+    add_test(NAME ${name} COMMAND ${name} --gtest_output=xml:test_results/${name}.xml
+      WORKING_DIRECTORY ${PROJECT_BINARY_DIR})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  else()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+  endif()
 endfunction()
 
 function(mervane_test_options name)

@@ -17,14 +17,8 @@ namespace {
 constexpr std::string_view hiddenName = "_xlnm._FilterDatabase";
 
 bool isFilled(Sheet& sheet, const CellArea& area) {
-  for (std::int32_t row = sheet.cells().nextRow(area.firstRow); row <= area.lastRow;
-       row = sheet.cells().nextRow(row + 1)) {
-    for (const Cell& cell : sheet.cells().rowAt(row)->cells) {
-      if (cell.column > area.lastColumn) break;
-      if (cell.column >= area.firstColumn && cell.kind != CellKind::empty) return true;
-    }
-  }
-  return false;
+  return !sheet.cells().forEachCell(
+      area, [](std::int32_t, std::int32_t, const Cell& cell) { return cell.kind == CellKind::empty; });
 }
 
 void showRows(Sheet& sheet, const CellArea& area) {

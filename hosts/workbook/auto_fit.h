@@ -2,7 +2,7 @@
 
 #include <cstdint>
 #include <unordered_map>
-#include <vector>
+#include <unordered_set>
 
 #include "hosts/workbook/cell_address.h"
 
@@ -17,7 +17,7 @@ class FitCache {
   struct Entry {
     double widest = 0.0;  ///< pixels of text
     bool isKnown = false;
-    std::vector<std::int32_t> writtenRows;
+    std::unordered_set<std::int32_t> writtenRows;  ///< their cells are not in widest yet
   };
   /// To be called before a cell gets another value.
   void willChange(Sheet& sheet, CellAddress at);

@@ -63,6 +63,12 @@ void Book::readSheets(const pugi::xml_node& root) {
         std::find_if(relations.begin(), relations.end(), [&](const Relation& one) { return one.id == id; });
     // Sheets of charts, dialogs and old macros are kept but are no worksheets.
     if (relation != relations.end() && relation->kind == "worksheet" && package_->has(relation->target)) {
+      const std::string part = caseFolded(relation->target);
+      for (const auto& other : sheets_) {
+        if (caseFolded(other->part()) != part) continue;
+        refuse("The workbook \"" + shown(package_->path()) + "\" is damaged: its sheets \"" + other->name() +
+               "\" and \"" + node.attribute("name").value() + "\" are the same part of the file.");
+      }
       if (tab == activeTab) active_ = sheetCount();
       sheets_.push_back(std::make_unique<Sheet>(shared_, node.attribute("name").value(), relation->target, tab));
       foldedNames_.push_back(caseFolded(sheets_.back()->name()));

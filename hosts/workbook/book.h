@@ -40,7 +40,7 @@ class Book final : public ChartHost {
   /// Sets or, with an empty reference, removes a name of the sheet's own that people do not see.
   void setHiddenName(const Sheet& sheet, std::string_view name, const std::string& reference);
 
-  void save(const std::filesystem::path& target);
+  void save(const std::filesystem::path& target, const UnfinishedFile& unfinished);
   /// Whether anything would be written differently.
   [[nodiscard]] bool changed() const;
 

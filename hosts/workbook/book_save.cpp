@@ -137,12 +137,12 @@ void Book::writeWorkbook() {
   if (workbookChanged_) package_->put(workbookPart_, printXml(workbook_));
 }
 
-void Book::save(const std::filesystem::path& target) {
+void Book::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) {
   charts_->write();
   writeSheets();
   writeStyles();
   writeWorkbook();
-  package_->save(target);
+  package_->save(target, unfinished);
 }
 
 }  // namespace mervane::workbook

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/charts/chart_store.h"
 #include "hosts/workbook/cell_address.h"
 #include "hosts/workbook/geometry.h"
 #include "mervane/variant.h"
@@ -16,29 +17,20 @@ namespace mervane::workbook {
 class Package;
 
 /// What the charts ask of the workbook around them. Sheets are zero-based positions among the worksheets.
-class ChartHost {
+class ChartHost : public mervane::charts::ChartCells {
  public:
-  virtual ~ChartHost() = default;
-
   [[nodiscard]] virtual Package& package() = 0;
   [[nodiscard]] virtual std::int32_t sheetCount() const = 0;
-  [[nodiscard]] virtual const std::string& sheetName(std::int32_t sheet) const = 0;
   /// The part that holds the sheet, such as "xl/worksheets/sheet1.xml".
   [[nodiscard]] virtual const std::string& sheetPart(std::int32_t sheet) const = 0;
-  /// Without regard to case.
-  [[nodiscard]] virtual std::optional<std::int32_t> sheetNamed(std::string_view name) const = 0;
   [[nodiscard]] virtual std::int32_t activeSheet() const = 0;
   /// A chart was moved into that sheet, which is the active one from now on.
   virtual void activateSheet(std::int32_t sheet) = 0;
 
-  /// The value as Range.Value gives it, but a formula without a cached value is empty.
-  [[nodiscard]] virtual Variant cellValue(std::int32_t sheet, CellAddress cell) = 0;
   /// The number format's text, "General" where the cell has none.
   [[nodiscard]] virtual std::string cellNumberFormat(std::int32_t sheet, CellAddress cell) = 0;
   [[nodiscard]] virtual const Geometry& geometry(std::int32_t sheet) = 0;
 
-  /// The cells of a Range object of this workbook; nothing for any other value.
-  [[nodiscard]] virtual std::optional<SheetArea> areaOf(const Variant& range) const = 0;
   [[nodiscard]] virtual sheet::ObjectRef rangeObject(const SheetArea& area) = 0;
 
   /// The relation id in the sheet's drawing element; empty where it has none.

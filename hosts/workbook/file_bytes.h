@@ -1,22 +1,13 @@
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
-#include <string>
-#include <string_view>
+#include "hosts/book/file_bytes.h"
 
+/// Whole files, which all hosts of files share.
 namespace mervane::workbook {
 
-/// The whole file. Raises fileNotFound or pathFileAccess, with the path in the text, and applicationDefined for a
-/// file above the limit.
-[[nodiscard]] std::string readFile(const std::filesystem::path& path, std::uint64_t limit);
-
-/// Writes a new file beside the target, syncs it and renames it over the target, which keeps its permissions and,
-/// where it is a symbolic link, stays one. Raises pathFileAccess; the target is then what it was and nothing is left
-/// beside it.
-void replaceFile(const std::filesystem::path& target, std::string_view bytes);
-
-/// The path as UTF-8, for texts.
-[[nodiscard]] std::string shown(const std::filesystem::path& path);
+using hosts::readFile;
+using hosts::replaceFile;
+using hosts::shown;
+using hosts::UnfinishedFile;
 
 }  // namespace mervane::workbook

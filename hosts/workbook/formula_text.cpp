@@ -5,7 +5,7 @@
 
 #include "hosts/workbook/cell_address.h"
 #include "hosts/workbook/cell_error.h"
-#include "hosts/workbook/name_characters.h"
+#include "spreadsheet/name_characters.h"
 
 namespace mervane::workbook {
 
@@ -29,12 +29,12 @@ bool takeCorner(std::string_view& text, Corner& corner) {
   };
   corner.fixedColumn = mark();
   std::size_t letters = 0;
-  while (letters < rest.size() && isLetter(rest[letters])) ++letters;
+  while (letters < rest.size() && sheet::isLetter(rest[letters])) ++letters;
   std::string cell(rest.substr(0, letters));
   rest.remove_prefix(letters);
   corner.fixedRow = mark();
   std::size_t digits = 0;
-  while (digits < rest.size() && isDigit(rest[digits])) ++digits;
+  while (digits < rest.size() && sheet::isDigit(rest[digits])) ++digits;
   cell += rest.substr(0, digits);
   rest.remove_prefix(digits);
   const std::optional<CellAddress> at = letters > 0 && digits > 0 ? parseCell(cell) : std::nullopt;
@@ -86,7 +86,7 @@ std::string withReferences(std::string_view formula, const std::function<std::st
       copy(at);
       continue;
     }
-    if (!isNamePart(c) && c != '$') {
+    if (!sheet::isNamePart(c) && c != '$') {
       copy(1);
       continue;
     }
@@ -95,7 +95,7 @@ std::string withReferences(std::string_view formula, const std::function<std::st
     reference.hasSheet = hasSheet;
     std::string_view rest = formula;
     const auto standsAlone = [](std::string_view behind) {
-      return behind.empty() || (!isNamePart(behind.front()) && behind.front() != '(' && behind.front() != '!' &&
+      return behind.empty() || (!sheet::isNamePart(behind.front()) && behind.front() != '(' && behind.front() != '!' &&
                                 behind.front() != '[' && behind.front() != '$');
     };
     if (takeCorner(rest, reference.first) && standsAlone(rest)) {
@@ -112,7 +112,7 @@ std::string withReferences(std::string_view formula, const std::function<std::st
       continue;
     }
     std::size_t length = 1;
-    while (length < formula.size() && (isNamePart(formula[length]) || formula[length] == '$')) ++length;
+    while (length < formula.size() && (sheet::isNamePart(formula[length]) || formula[length] == '$')) ++length;
     copy(length);
   }
   return result;
@@ -165,7 +165,8 @@ std::optional<Variant> constantFormula(std::string_view formula) {
   }
   double number = 0.0;
   const auto [end, error] = std::from_chars(formula.data(), formula.data() + formula.size(), number);
-  if (error == std::errc{} && end == formula.data() + formula.size() && !formula.empty() && !isLetter(formula.back())) {
+  if (error == std::errc{} && end == formula.data() + formula.size() && !formula.empty() &&
+      !sheet::isLetter(formula.back())) {
     return Variant(number);
   }
   return std::nullopt;

@@ -6,7 +6,11 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <utility>
+
+#include "hosts/workbook/format_section.h"
+#include "hosts/workbook/number_text.h"
 
 namespace mervane::workbook {
 
@@ -61,6 +65,11 @@ std::string general(double value) {
     return error == std::errc{} ? std::string(text.data(), end) : std::string();
   }
   const int whole = size < 10.0 ? 1 : static_cast<int>(std::floor(std::log10(size))) + 1;
+  // OPTIMIZATION: where a short form has no more digits than fit, nothing is left to be rounded.
+  if (char* end = printShortDecimal(text.data(), value)) {
+    const char* point = std::find(text.data(), end, '.');
+    if (end - point <= std::max(0, 10 - whole) + 1) return {text.data(), end};
+  }
   std::string shown = fixed(value, std::max(0, 10 - whole));
   if (shown.find('.') != std::string::npos) {
     shown.erase(shown.find_last_not_of('0') + 1);
@@ -72,6 +81,25 @@ std::string general(double value) {
 bool isFixedCode(std::string_view code) {
   return !code.empty() && code.find_first_not_of("0#,.%") == std::string_view::npos &&
          code.find('0') != std::string_view::npos;
+}
+
+/// The value with the decimals and groups of a code of digits.
+std::string fixedAs(double value, std::string_view code) {
+  const std::size_t point = code.find('.');
+  int decimals = 0;
+  if (point != std::string_view::npos) {
+    decimals = static_cast<int>(std::count_if(code.begin() + static_cast<std::ptrdiff_t>(point), code.end(),
+                                              [](char c) { return c == '0' || c == '#'; }));
+  }
+  std::string shown = fixed(value, std::min(decimals, 30));
+  if (code.find(',') == std::string_view::npos) return shown;
+  std::size_t at = std::min(shown.find('.'), shown.size());
+  const std::size_t first = shown.starts_with('-') ? 1 : 0;
+  while (at > first + 3) {
+    at -= 3;
+    shown.insert(at, ",");
+  }
+  return shown;
 }
 
 /// A code without quoted words, colours, conditions and escapes: what is left are its signs.
@@ -142,25 +170,21 @@ std::string shownNumber(double value, std::string_view code) {
   if (code == "General" || code.empty()) return general(value);
   if (isFixedCode(code)) {
     const bool isPercent = code.find('%') != std::string_view::npos;
-    const std::size_t point = code.find('.');
-    int decimals = 0;
-    if (point != std::string_view::npos) {
-      decimals = static_cast<int>(std::count_if(code.begin() + static_cast<std::ptrdiff_t>(point), code.end(),
-                                                [](char c) { return c == '0' || c == '#'; }));
-    }
-    std::string shown = fixed(isPercent ? value * 100.0 : value, std::min(decimals, 30));
-    if (code.find(',') != std::string_view::npos) {
-      std::size_t at = std::min(shown.find('.'), shown.size());
-      const std::size_t first = shown.starts_with('-') ? 1 : 0;
-      while (at > first + 3) {
-        at -= 3;
-        shown.insert(at, ",");
-      }
-    }
+    const std::string shown = fixedAs(isPercent ? value * 100.0 : value, code);
     return isPercent ? shown + "%" : shown;
   }
   if (isDateFormat(1000, code)) return std::string(std::max<std::size_t>(signsOf(code).size() + 1, 5), '0');
-  return general(value);
+  const std::optional<FormatSection> section = sectionFor(value, code);
+  if (!section) return general(value);
+  if (section->digits.empty()) return section->before;
+  const double shown = section->isPercent ? value * 100.0 : value;
+  return section->before + fixedAs(section->showsSign ? shown : std::fabs(shown), section->digits) + section->after;
+}
+
+std::string_view longestShown(double value, std::string_view code) noexcept {
+  const double size = std::fabs(value);
+  if ((code != "General" && !code.empty()) || !(size < 1e10) || (size < 1e-9 && value != 0.0)) return {};
+  return value < 0.0 ? "-0000000000." : "0000000000.";
 }
 
 double isoDateSerial(std::string_view text, bool from1904) noexcept {
@@ -174,7 +198,9 @@ double isoDateSerial(std::string_view text, bool from1904) noexcept {
   double serial = 0.0;
   std::size_t timeAt = 0;
   if (text.size() >= 10 && text[4] == '-' && text[7] == '-') {
-    const std::chrono::year_month_day day{std::chrono::year{number(0, 4)},
+    const int year = number(0, 4);
+    if (year < 0) return none;
+    const std::chrono::year_month_day day{std::chrono::year{year},
                                           std::chrono::month{static_cast<unsigned>(number(5, 2))},
                                           std::chrono::day{static_cast<unsigned>(number(8, 2))}};
     if (!day.ok()) return none;

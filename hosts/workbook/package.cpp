@@ -119,7 +119,7 @@ std::string Package::Data::readPart(std::string_view name) const {
     refuse("The part \"" + part.name + "\" of the workbook \"" + shown(path) + "\" is too large.");
   }
   std::string content;
-  if (part.entry) content.reserve(archive->entries()[*part.entry].size);
+  if (part.entry) content.reserve(static_cast<std::size_t>(archive->entries()[*part.entry].size));
   stream(part, [&](std::string_view piece) { content.append(piece); });
   return content;
 }
@@ -240,7 +240,7 @@ void Package::removeRelation(std::string_view part, std::string_view id) {
   data_->relationsOf(part).remove(id);
 }
 
-void Package::save(const std::filesystem::path& target) const {
+void Package::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) const {
   using Change = ZipArchive::Change;
   std::vector<Change> changes;
   // The tables that were changed are printed here and live until the archive is written.
@@ -281,7 +281,7 @@ void Package::save(const std::filesystem::path& target) const {
         std::any_of(changes.begin(), changes.end(), [&](const Change& one) { return one.name == name; });
     if (!isBack) changes.push_back({Change::Kind::remove, std::move(name), nullptr, nullptr});
   }
-  replaceFile(target, data_->archive->with(changes));
+  replaceFile(target, data_->archive->with(changes), unfinished);
 }
 
 }  // namespace mervane::workbook

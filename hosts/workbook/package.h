@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/workbook/file_bytes.h"
+
 namespace mervane::workbook {
 
 /// What a package may be at most. A file beyond these bounds is refused before its content is unpacked.
@@ -89,7 +91,7 @@ class Package {
 
   /// Writes the package: a new file beside the target, synced, then renamed over it. The target may be the file that
   /// was opened. After a failure the target is what it was.
-  void save(const std::filesystem::path& target) const;
+  void save(const std::filesystem::path& target, const UnfinishedFile& unfinished = {}) const;
 
  private:
   struct Data;

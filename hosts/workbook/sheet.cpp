@@ -8,6 +8,7 @@
 
 #include "hosts/workbook/auto_fit.h"
 #include "hosts/workbook/cell_error.h"
+#include "hosts/workbook/formula_grammar.h"
 #include "hosts/workbook/formula_text.h"
 #include "hosts/workbook/number_format.h"
 #include "hosts/workbook/package.h"
@@ -122,14 +123,19 @@ Variant Sheet::value(CellAddress at) {
   loaded();
   const Cell* cell = std::as_const(cells_).find(at);
   if (cell == nullptr) return {};
+  if (cell->kind == CellKind::number && !shared_.styles.isDate(cell->style)) return cell->number;
   if (cell->kind != CellKind::formula) return valueOf(cell->kind, cell->number, cell->index, cell->style);
-  const Formula& formula = cells_.formulas[cell->index];
+  return cachedValue(at, *cell);
+}
+
+Variant Sheet::cachedValue(CellAddress at, const Cell& cell) const {
+  const Formula& formula = cells_.formulaOf(cell);
   if (formula.cachedKind == CellKind::empty) {
     refuse("The cell " + place(at) +
            " holds a formula without a computed value. Open the workbook in the spreadsheet, let it calculate and save "
            "it.");
   }
-  return valueOf(formula.cachedKind, formula.number, formula.index, cell->style);
+  return valueOf(formula.cachedKind, formula.number, formula.index, cell.style);
 }
 
 Variant Sheet::valueOrEmpty(CellAddress at) {
@@ -137,7 +143,7 @@ Variant Sheet::valueOrEmpty(CellAddress at) {
   const Cell* cell = std::as_const(cells_).find(at);
   if (cell == nullptr) return {};
   if (cell->kind != CellKind::formula) return valueOf(cell->kind, cell->number, cell->index, cell->style);
-  const Formula& formula = cells_.formulas[cell->index];
+  const Formula& formula = cells_.formulaOf(*cell);
   return valueOf(formula.cachedKind, formula.number, formula.index, cell->style);
 }
 
@@ -145,8 +151,8 @@ std::optional<std::string> Sheet::formula(CellAddress at) {
   loaded();
   const Cell* cell = std::as_const(cells_).find(at);
   if (cell == nullptr || cell->kind != CellKind::formula) return std::nullopt;
-  if (cells_.formulas[cell->index].sharedGroup >= 0) separateFormulas();
-  return "=" + cells_.formulas[cell->index].text;
+  if (cells_.formulaOf(*cell).sharedGroup >= 0) separateFormulas();
+  return "=" + cells_.formulaOf(*cell).text;
 }
 
 std::string Sheet::shownText(CellAddress at) {
@@ -223,9 +229,12 @@ void Sheet::requireWritable(CellAddress at) {
 
 void Sheet::forgetOld(CellAddress at, Cell& cell) {
   if (fitCache_ != nullptr) fitCache_->willChange(*this, at);
-  if (!log_.wasWritten(at) && cell.kind != CellKind::empty) log_.keepOriginal(at, shownText(at));
+  if (!log_.wasWritten(at) && cell.kind != CellKind::empty) {
+    const bool isText = cell.kind == CellKind::text;
+    log_.keepOriginal(at, shownText(at), isText ? std::optional(static_cast<std::uint32_t>(cell.index)) : std::nullopt);
+  }
   if (cell.kind == CellKind::formula) {
-    if (cells_.formulas[cell.index].sharedGroup >= 0) separateFormulas();
+    if (cells_.formulaOf(cell).sharedGroup >= 0) separateFormulas();
     shared_.formulasChanged = true;
   }
   if (cell.hasExtras) {
@@ -273,7 +282,9 @@ void Sheet::putText(CellAddress at, Cell& cell, const std::string& text) {
     return;
   }
   cell.kind = CellKind::text;
-  cell.index = shared_.texts.add(text);
+  // A text that comes back to its cell keeps the formats of its letters.
+  const std::optional<std::uint32_t> old = log_.originalText(at);
+  cell.index = old && shared_.texts.text(*old) == text ? *old : shared_.texts.add(text);
 }
 
 void Sheet::setValue(CellAddress at, const Variant& value) {
@@ -284,6 +295,11 @@ void Sheet::setValue(CellAddress at, const Variant& value) {
     const bool isFormula = text->starts_with('=');
     if (units(*text) > (isFormula ? longestFormula : longestText)) {
       refuse("The text for " + place(at) + " is longer than a cell can hold.");
+    }
+    // A file with a formula that is none would be taken for damaged.
+    if (isFormula && text->size() > 1 && !isFormulaText(std::string_view(*text).substr(1)) &&
+        !shared_.styles.hasTextMark(styleOf(at))) {
+      refuse("The text \"" + *text + "\" for " + place(at) + " begins with an equals sign and is no formula.");
     }
     std::string printable = *text;
     std::replace_if(
@@ -346,11 +362,11 @@ void Sheet::separateFormulas() {
   };
   std::unordered_map<std::int32_t, Master> masters;
   const auto eachShared = [&](auto&& body) {
-    cells_.forEachRow([&](std::int32_t number, const Row& row) {
-      for (const Cell& cell : row.cells) {
-        if (cell.kind != CellKind::formula) continue;
-        Formula& formula = cells_.formulas[cell.index];
-        if (formula.sharedGroup >= 0) body(CellAddress{number, cell.column}, formula);
+    cells_.forEachRowWithCells([&](std::int32_t row, const Row&, std::span<const CellStore::PlacedCell> cells) {
+      for (const auto& [column, cell] : cells) {
+        if (cell->kind != CellKind::formula) continue;
+        Formula& formula = cells_.formulaOf(*cell);
+        if (formula.sharedGroup >= 0) body(CellAddress{row, column}, formula);
       }
     });
   };

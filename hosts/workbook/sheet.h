@@ -53,6 +53,7 @@ class Sheet {
   [[nodiscard]] const std::string& part() const noexcept { return part_; }
   [[nodiscard]] std::int32_t tabPosition() const noexcept { return tabPosition_; }
   [[nodiscard]] BookShared& shared() noexcept { return shared_; }
+  [[nodiscard]] const BookShared& shared() const noexcept { return shared_; }
 
   [[nodiscard]] CellStore& cells() { return loaded(), cells_; }
   [[nodiscard]] SheetFrame& frame() { return loaded(), frame_; }
@@ -123,6 +124,7 @@ class Sheet {
   void load();
   void readSurroundings();
   [[nodiscard]] Variant valueOf(CellKind kind, double number, std::uint64_t index, std::uint32_t style) const;
+  [[nodiscard]] Variant cachedValue(CellAddress at, const Cell& formulaCell) const;
   [[nodiscard]] Cell& makeCell(CellAddress at);
   void requireWritable(CellAddress at);
   void forgetOld(CellAddress at, Cell& cell);

@@ -114,8 +114,7 @@ class SheetReader {
     readRowAttributes(format, number);
     if (number <= row_) placeFailure("the rows are not in ascending order");
     row_ = number;
-    Row& row = cells_.makeRow(number);
-    row.format = cells_.addRowFormat(std::move(format));
+    cells_.makeRow(number).format = cells_.addRowFormat(std::move(format));
     rowCells_.clear();
     for (;;) {
       const Token token = scanner_.next();
@@ -129,7 +128,7 @@ class SheetReader {
     }
     count_ += rowCells_.size();
     if (count_ > mostCells) scanner_.malformed("it holds more cells than can be kept");
-    row.cells.assign(rowCells_.begin(), rowCells_.end());
+    cells_.fillRow(number, rowCells_);
   }
 
   void readRowAttributes(RowFormat& format, std::int32_t& number) {
@@ -193,7 +192,6 @@ class SheetReader {
       }
     }
     if (column > lastSheetColumn) placeFailure("a cell lies behind the last column");
-    cell.column = static_cast<std::uint16_t>(column);
     column_ = column;
     type_ = type == "n" ? Type::number : typeOf(type);
     readCellContent(cell, extras);
@@ -201,16 +199,16 @@ class SheetReader {
       cell.hasExtras = true;
       cells_.extras[CellStore::keyOf({row_, column})] = std::move(extras);
     }
-    place(cell);
+    place({column, cell});
   }
 
-  void place(const Cell& cell) {
+  void place(const ColumnCell& cell) {
     if (rowCells_.empty() || rowCells_.back().column < cell.column) {
       rowCells_.push_back(cell);
       return;
     }
     const auto where = std::lower_bound(rowCells_.begin(), rowCells_.end(), cell.column,
-                                        [](const Cell& one, std::int32_t wanted) { return one.column < wanted; });
+                                        [](const ColumnCell& one, std::int32_t wanted) { return one.column < wanted; });
     if (where->column == cell.column) placeFailure("the cell stands there twice");
     rowCells_.insert(where, cell);
   }
@@ -407,7 +405,7 @@ class SheetReader {
   std::int32_t column_ = 0;
   Type type_ = Type::number;
   std::uint64_t count_ = 0;
-  std::vector<Cell> rowCells_;
+  std::vector<ColumnCell> rowCells_;
   std::string buffer_;
 };
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "hosts/workbook/cell_error.h"
 #include "hosts/workbook/deflater.h"
+#include "hosts/workbook/number_text.h"
 #include "hosts/workbook/sheet.h"
 #include "hosts/workbook/small_xml.h"
 
@@ -23,7 +25,13 @@ constexpr std::size_t manyCells = 100'000;
 class SheetWriter {
  public:
   SheetWriter(Sheet& sheet, int level)
-      : sheet_(sheet), cells_(sheet.cells()), prefix_(sheet.frame().prefix), deflater_(level) {
+      : sheet_(sheet),
+        cells_(sheet.cells()),
+        prefix_(sheet.frame().prefix),
+        deflater_(level),
+        numberBegin_("<" + prefix_ + "c r=\""),
+        numberValue_("\"><" + prefix_ + "v>"),
+        numberEnd_("</" + prefix_ + "v></" + prefix_ + "c>") {
     buffer_.reserve(bufferSize + 65536);
     keepsPlainEmpty_ = std::any_of(sheet.columns().spans().begin(), sheet.columns().spans().end(),
                                    [](const Columns::Span& span) { return span.style != 0; });
@@ -84,14 +92,14 @@ class SheetWriter {
   void rows() {
     open("sheetData");
     buffer_ += '>';
-    cells_.forEachRow([&](std::int32_t number, const Row& row) {
-      writeRow(number, row);
+    cells_.forEachRowWithCells([&](std::int32_t number, const Row& row, std::span<const CellStore::PlacedCell> cells) {
+      writeRow(number, row, cells);
       flush();
     });
     close("sheetData");
   }
 
-  void writeRow(std::int32_t number, const Row& row) {
+  void writeRow(std::int32_t number, const Row& row, std::span<const CellStore::PlacedCell> cells) {
     const RowFormat& format = cells_.rowFormat(row.format);
     std::array<char, 16> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
@@ -102,7 +110,7 @@ class SheetWriter {
     buffer_ += '"';
     buffer_ += format.attributes;
     buffer_ += '>';
-    for (const Cell& cell : row.cells) writeCell(number, rowDigits, cell, format.hasStyle);
+    for (const auto& [column, cell] : cells) writeCell({number, column}, rowDigits, *cell, format.hasStyle);
     if (!cells_.rowExtras.empty()) {
       const auto extras = cells_.rowExtras.find(number);
       if (extras != cells_.rowExtras.end()) buffer_ += extras->second;
@@ -110,11 +118,15 @@ class SheetWriter {
     close("row");
   }
 
-  void writeCell(std::int32_t row, std::string_view rowDigits, const Cell& cell, bool rowHasStyle) {
+  void writeCell(CellAddress at, std::string_view rowDigits, const Cell& cell, bool rowHasStyle) {
     if (cell.kind == CellKind::empty && cell.style == 0 && !cell.hasExtras && !rowHasStyle && !keepsPlainEmpty_) return;
+    if (cell.kind == CellKind::number && !cell.hasExtras) {
+      writeNumber(at, rowDigits, cell);
+      return;
+    }
     open("c");
     buffer_ += " r=\"";
-    buffer_ += letters(cell.column);
+    buffer_ += letters(at.column);
     buffer_ += rowDigits;
     buffer_ += '"';
     if (cell.style != 0) {
@@ -124,11 +136,11 @@ class SheetWriter {
     }
     const CellExtras* extras = nullptr;
     if (cell.hasExtras) {
-      const auto found = cells_.extras.find(CellStore::keyOf({row, cell.column}));
+      const auto found = cells_.extras.find(CellStore::keyOf(at));
       if (found != cells_.extras.end()) extras = &found->second;
     }
     if (extras != nullptr) buffer_ += extras->attributes;
-    const Formula* formula = cell.kind == CellKind::formula ? &cells_.formulas[cell.index] : nullptr;
+    const Formula* formula = cell.kind == CellKind::formula ? &cells_.formulaOf(cell) : nullptr;
     const CellKind kind = formula != nullptr ? formula->cachedKind : cell.kind;
     const std::uint64_t index = formula != nullptr ? formula->index : cell.index;
     if (kind == CellKind::empty && formula == nullptr && extras == nullptr) {
@@ -141,6 +153,21 @@ class SheetWriter {
     writeValue(kind, index, formula != nullptr ? formula->number : cell.number, formula != nullptr);
     if (extras != nullptr) buffer_ += extras->elements;
     close("c");
+  }
+
+  /// A number and its format. OPTIMIZATION: nearly all cells of a large sheet are such, so their tags are put together
+  /// once.
+  void writeNumber(CellAddress at, std::string_view rowDigits, const Cell& cell) {
+    buffer_ += numberBegin_;
+    buffer_ += letters(at.column);
+    buffer_ += rowDigits;
+    if (cell.style != 0) {
+      buffer_ += "\" s=\"";
+      appendWhole(sheet_.shared().styles.fileNumber(cell.style));
+    }
+    buffer_ += numberValue_;
+    appendReal(cell.number);
+    buffer_ += numberEnd_;
   }
 
   [[nodiscard]] bool isShared(std::uint64_t index) const { return index < sheet_.shared().texts.sharedCount(); }
@@ -246,9 +273,8 @@ class SheetWriter {
 
   /// The shortest form that reads back as the same number.
   void appendReal(double value) {
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    buffer_.append(text.data(), static_cast<std::size_t>(end - text.data()));
+    std::array<char, longestNumberText> text{};
+    buffer_.append(text.data(), printNumber(text.data(), value));
   }
 
   const std::string& letters(std::int32_t column) {
@@ -262,21 +288,18 @@ class SheetWriter {
   const CellStore& cells_;
   std::string prefix_;
   Deflater deflater_;
+  std::string numberBegin_;
+  std::string numberValue_;
+  std::string numberEnd_;
   std::string buffer_;
   std::vector<std::string> letters_;
   bool keepsPlainEmpty_ = false;
 };
 
-std::size_t cellCount(const CellStore& cells) {
-  std::size_t count = 0;
-  cells.forEachRow([&](std::int32_t, const Row& row) { count += row.cells.size(); });
-  return count;
-}
-
 }  // namespace
 
 DeflatedContent printSheet(Sheet& sheet) {
-  return SheetWriter(sheet, cellCount(sheet.cells()) > manyCells ? 1 : 6).print();
+  return SheetWriter(sheet, sheet.cells().cellCount() > manyCells ? 1 : 6).print();
 }
 
 }  // namespace mervane::workbook

@@ -52,7 +52,8 @@ void loadXml(pugi::xml_document& document, std::string_view content, std::string
     if (node.type() == pugi::node_declaration && node.attribute("encoding")) node.attribute("encoding") = "UTF-8";
     if (node.type() == pugi::node_doctype) {
       refuse("The part \"" + std::string(partName) +
-             "\" of the workbook declares a document type, which a workbook must not have.");
+             "\" of the workbook declares a document type, which a workbook must not have. Open it in the spreadsheet "
+             "and save it anew.");
     }
   }
 }

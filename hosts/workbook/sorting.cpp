@@ -1,6 +1,7 @@
 #include "hosts/workbook/sorting.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <numeric>
 #include <string>
 #include <utility>
@@ -8,6 +9,7 @@
 
 #include "hosts/workbook/auto_fit.h"
 #include "hosts/workbook/case_fold.h"
+#include "hosts/workbook/cell_attachments.h"
 #include "hosts/workbook/formula_text.h"
 #include "hosts/workbook/refuse.h"
 #include "hosts/workbook/sheet.h"
@@ -54,88 +56,63 @@ void requireSortable(Sheet& sheet, const CellArea& area) {
   }
 }
 
-/// The cells of one row that lie inside the columns of the area.
-std::pair<std::vector<Cell>::iterator, std::vector<Cell>::iterator> inside(Row& row, const CellArea& area) {
-  const auto before = [](const Cell& cell, std::int32_t column) { return cell.column < column; };
-  const auto first = std::lower_bound(row.cells.begin(), row.cells.end(), area.firstColumn, before);
-  return {first, std::lower_bound(first, row.cells.end(), area.lastColumn + 1, before)};
-}
-
 class RowMover {
  public:
   RowMover(Sheet& sheet, const CellArea& area) : sheet_(sheet), area_(area) {}
 
   /// @param order the row that comes to each place, both counted from the first row of the area.
   void move(const std::vector<std::int32_t>& order) {
-    takeOut();
-    for (std::size_t place = 0; place < order.size(); ++place) {
-      const auto from = static_cast<std::size_t>(order[place]);
-      putIn(area_.firstRow + static_cast<std::int32_t>(place), area_.firstRow + order[place], starts_[from],
-            starts_[from + 1]);
-    }
     CellStore& cells = sheet_.cells();
+    for (const std::int32_t column : cells.columnsIn(area_)) moveColumn(column, order);
     cells.extras.merge(extras_);
   }
 
  private:
-  void takeOut() {
+  void moveColumn(std::int32_t column, const std::vector<std::int32_t>& order) {
+    constexpr std::size_t noCell = SIZE_MAX;
     CellStore& cells = sheet_.cells();
-    for (std::int32_t row = area_.firstRow; row <= area_.lastRow; ++row) {
-      starts_.push_back(moved_.size());
-      if (cells.rowAt(row) == nullptr) continue;
-      const auto [first, last] = inside(cells.makeRow(row), area_);
-      moved_.insert(moved_.end(), first, last);
+    const std::vector<RowCell> taken = cells.takeColumn(column, area_.firstRow, area_.lastRow);
+    positions_.assign(order.size(), noCell);
+    for (std::size_t i = 0; i < taken.size(); ++i) {
+      positions_[static_cast<std::size_t>(taken[i].row - area_.firstRow)] = i;
     }
-    starts_.push_back(moved_.size());
+    moved_.clear();
+    for (std::size_t place = 0; place < order.size(); ++place) {
+      const std::size_t position = positions_[static_cast<std::size_t>(order[place])];
+      if (position == noCell) continue;
+      moved_.push_back({area_.firstRow + static_cast<std::int32_t>(place), taken[position].cell});
+      adjust(taken[position], column, moved_.back().row);
+    }
+    cells.putColumn(column, moved_);
   }
 
-  void putIn(std::int32_t toRow, std::int32_t fromRow, std::size_t begin, std::size_t end) {
-    CellStore& cells = sheet_.cells();
-    if (begin == end && cells.rowAt(toRow) == nullptr) return;
-    Row& row = cells.makeRow(toRow);
-    const auto [first, last] = inside(row, area_);
-    const auto from = moved_.begin() + static_cast<std::ptrdiff_t>(begin);
-    const auto to = moved_.begin() + static_cast<std::ptrdiff_t>(end);
-    if (toRow != fromRow) {
-      for (auto cell = from; cell != to; ++cell) adjust(*cell, fromRow, toRow);
-    } else {
-      for (auto cell = from; cell != to; ++cell) keepExtras(*cell, fromRow, toRow);
-    }
-    if (end - begin == static_cast<std::size_t>(last - first)) {
-      std::copy(from, to, first);
-    } else {
-      const auto place = row.cells.erase(first, last);
-      row.cells.insert(place, from, to);
-    }
-  }
-
-  void keepExtras(const Cell& cell, std::int32_t fromRow, std::int32_t toRow) {
-    if (!cell.hasExtras) return;
-    auto node = sheet_.cells().extras.extract(CellStore::keyOf({fromRow, cell.column}));
-    if (node.empty()) return;
-    node.key() = CellStore::keyOf({toRow, cell.column});
-    extras_.insert(std::move(node));
-  }
-
-  void adjust(const Cell& cell, std::int32_t fromRow, std::int32_t toRow) {
-    keepExtras(cell, fromRow, toRow);
-    if (cell.kind != CellKind::formula) return;
-    Formula& formula = sheet_.cells().formulas[cell.index];
-    formula.text = rowMovedFormula(formula.text, fromRow, toRow);
+  void adjust(const RowCell& from, std::int32_t column, std::int32_t toRow) {
+    keepExtras(from, column, toRow);
+    if (from.cell.kind != CellKind::formula || from.row == toRow) return;
+    Formula& formula = sheet_.cells().formulaOf(from.cell);
+    formula.text = rowMovedFormula(formula.text, from.row, toRow);
     if (formula.area) {
       // An array formula of a single cell names its own place.
       const std::string before = a1(*formula.area);
-      formula.area = CellArea{toRow, cell.column, toRow, cell.column};
+      formula.area = CellArea{toRow, column, toRow, column};
       const std::size_t at = formula.attributes.find("\"" + before + "\"");
       if (at != std::string::npos) formula.attributes.replace(at + 1, before.size(), a1(*formula.area));
     }
     sheet_.shared().formulasChanged = true;
   }
 
+  void keepExtras(const RowCell& from, std::int32_t column, std::int32_t toRow) {
+    if (!from.cell.hasExtras) return;
+    auto node = sheet_.cells().extras.extract(CellStore::keyOf({from.row, column}));
+    if (node.empty()) return;
+    node.key() = CellStore::keyOf({toRow, column});
+    extras_.insert(std::move(node));
+  }
+
   Sheet& sheet_;
   CellArea area_;
-  std::vector<Cell> moved_;
-  std::vector<std::size_t> starts_;
+  std::vector<std::size_t> positions_;  ///< of the cell that each row has, among those taken out
+  std::vector<RowCell> moved_;
   std::unordered_map<std::uint64_t, CellExtras> extras_;
 };
 
@@ -160,6 +137,7 @@ void sortRows(Sheet& sheet, const CellArea& area, std::int32_t keyColumn, bool d
 
   sheet.separateFormulas();
   RowMover(sheet, area).move(places);
+  moveHyperlinks(sheet, area, places);
   sheet.fitCache().forget();
   sheet.shared().valuesChanged = true;
   sheet.shared().notes.push_back("the rows of " + quotedSheetName(sheet.name()) + "!" + a1(area) +

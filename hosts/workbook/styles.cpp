@@ -4,10 +4,10 @@
 #include <charconv>
 #include <utility>
 
-#include "hosts/workbook/charts/palette.h"
 #include "hosts/workbook/number_format.h"
 #include "hosts/workbook/refuse.h"
 #include "hosts/workbook/small_xml.h"
+#include "spreadsheet/palette.h"
 
 namespace mervane::workbook {
 
@@ -68,6 +68,16 @@ pugi::xml_node sideNode(const pugi::xml_node& border, Side side) {
   return {};
 }
 
+/// The indexed colours of a whole palette: the first eight twice.
+constexpr std::size_t wholePalette = 64;
+
+/// The colour of an indexed colour where the workbook has no palette of its own.
+std::uint32_t usualColor(std::uint32_t number) {
+  const std::uint32_t index = number < 8 ? number + 1 : number - 7;
+  if (index < 1 || index > static_cast<std::uint32_t>(sheet::paletteSize)) return 0;
+  return sheet::paletteColor(static_cast<std::int32_t>(index));
+}
+
 }  // namespace
 
 std::uint32_t Styles::List::add(std::string item) {
@@ -106,7 +116,10 @@ void Styles::load(std::string_view content, std::string_view partName) {
   loadXml(document_, content.empty() ? emptyPart : content, partName);
   const pugi::xml_node root = document_.document_element();
   prefix_ = prefixOf(root);
-  if (localName(root) != "styleSheet") refuse("The part \"" + std::string(partName) + "\" holds no cell formats.");
+  if (localName(root) != "styleSheet") {
+    refuse("The part \"" + std::string(partName) +
+           "\" holds no cell formats. Let the spreadsheet repair the file and save it anew.");
+  }
   fonts_.read(childNamed(root, "fonts"));
   fills_.read(childNamed(root, "fills"));
   borders_.read(childNamed(root, "borders"));
@@ -126,11 +139,10 @@ void Styles::load(std::string_view content, std::string_view partName) {
   }
 }
 
-const Styles::Facts& Styles::facts(std::uint32_t style) const {
+const Styles::Facts& Styles::makeFacts(std::uint32_t style) const {
   if (style >= facts_.size()) facts_.resize(std::max<std::size_t>(formats_.items.size(), style + std::size_t{1}));
-  std::unique_ptr<Facts>& one = facts_[style];
-  if (one == nullptr) one = std::make_unique<Facts>(readFacts(style));
-  return *one;
+  facts_[style] = std::make_unique<Facts>(readFacts(style));
+  return *facts_[style];
 }
 
 Styles::Facts Styles::readFacts(std::uint32_t style) const {
@@ -146,10 +158,10 @@ Styles::Facts Styles::readFacts(std::uint32_t style) const {
   const std::uint32_t font = reference(format, "fontId");
   const std::uint32_t fill = reference(format, "fillId");
   const std::uint32_t border = reference(format, "borderId");
-  facts.hasTextMark = isTrue(format.attribute("quotePrefix"));
   facts.isLocked = isTrue(childNamed(format, "protection").attribute("locked"), true);
   const auto custom = numberFormats_.find(numberFormat);
   facts.numberFormat = custom != numberFormats_.end() ? custom->second : std::string(builtInFormat(numberFormat));
+  facts.hasTextMark = isTrue(format.attribute("quotePrefix")) || facts.numberFormat == "@";
   facts.isDate = isDateFormat(custom != numberFormats_.end() ? 1000 : numberFormat, facts.numberFormat);
 
   const pugi::xml_node fontNode = load(fonts_, font);
@@ -183,11 +195,12 @@ const LineFormat& Styles::line(std::uint32_t style, Side side) const {
 }
 
 std::uint32_t Styles::indexedColor(std::uint32_t number) const {
-  if (number < palette_.size()) return palette_[number];
-  // The first eight numbers repeat the first eight colours of the palette.
-  const std::uint32_t index = number < 8 ? number + 1 : number - 7;
-  if (index < 1 || index > static_cast<std::uint32_t>(paletteSize)) return 0;
-  return paletteColor(static_cast<std::int32_t>(index));
+  return number < palette_.size() ? palette_[number] : usualColor(number);
+}
+
+bool Styles::hasUsualColor(std::uint32_t number) const {
+  if (palette_.empty()) return true;
+  return palette_.size() >= wholePalette && number < palette_.size() && palette_[number] == usualColor(number);
 }
 
 std::uint32_t Styles::withPart(std::uint32_t style, const char* attribute, const char* applied, std::uint32_t value) {
@@ -260,10 +273,7 @@ void Styles::writeColor(pugi::xml_node parent, const char* name, const ColorName
 
 std::uint32_t Styles::withFill(std::uint32_t style, const FillFormat& fill) {
   // OPTIMIZATION: every coloured row asks for one of a few changes.
-  const auto color = [](const ColorName& one) {
-    return std::to_string(static_cast<int>(one.kind)) + "," + std::to_string(one.value) + ";";
-  };
-  const std::string change = std::to_string(style) + ";" + fill.pattern + ";" + color(fill.fore) + color(fill.back);
+  FillChange change{style, fill};
   if (const auto known = filled_.find(change); known != filled_.end()) return known->second;
   pugi::xml_document document;
   pugi::xml_node pattern = document.append_child(tag("fill").c_str()).append_child(tag("patternFill").c_str());
@@ -272,7 +282,7 @@ std::uint32_t Styles::withFill(std::uint32_t style, const FillFormat& fill) {
   writeColor(pattern, "bgColor", fill.back);
   const std::uint32_t filled =
       withPart(style, "fillId", "applyFill", fills_.add(printFragment(document.document_element())));
-  filled_.emplace(change, filled);
+  filled_.emplace(std::move(change), filled);
   return filled;
 }
 

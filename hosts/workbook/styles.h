@@ -25,6 +25,7 @@ struct FillFormat {
   std::string pattern = "none";  ///< the format's own word; "gradient" for a gradient
   ColorName fore;
   ColorName back;
+  friend bool operator==(const FillFormat&, const FillFormat&) = default;
 };
 
 /// One line of a cell's border.
@@ -58,6 +59,9 @@ class Styles {
   [[nodiscard]] double fontSize(std::uint32_t style) const { return facts(style).fontSize; }
   /// The colour 0xRRGGBB of an indexed colour; the workbook may have a palette of its own.
   [[nodiscard]] std::uint32_t indexedColor(std::uint32_t number) const;
+  /// Whether an indexed colour is the application's own. The palette of the workbook itself may be another, or a short
+  /// one, which applications count in different ways.
+  [[nodiscard]] bool hasUsualColor(std::uint32_t number) const;
 
   /// Raise applicationDefined where the workbook would have more formats than the application allows.
   [[nodiscard]] std::uint32_t withBold(std::uint32_t style, bool bold);
@@ -100,7 +104,23 @@ class Styles {
     double fontSize = 11.0;
   };
 
-  [[nodiscard]] const Facts& facts(std::uint32_t style) const;
+  /// A format and the fill that it is to get.
+  struct FillChange {
+    std::uint32_t style;
+    FillFormat fill;
+    friend bool operator==(const FillChange&, const FillChange&) = default;
+  };
+  struct FillChangeHash {
+    [[nodiscard]] std::size_t operator()(const FillChange& change) const noexcept {
+      // The colours of the clusters differ in their numbers, the rows in their old formats.
+      return (std::size_t{change.style} * 31 + change.fill.fore.value) * 31 + change.fill.pattern.size();
+    }
+  };
+
+  [[nodiscard]] const Facts& facts(std::uint32_t style) const {
+    return style < facts_.size() && facts_[style] != nullptr ? *facts_[style] : makeFacts(style);
+  }
+  const Facts& makeFacts(std::uint32_t style) const;
   [[nodiscard]] Facts readFacts(std::uint32_t style) const;
   [[nodiscard]] std::uint32_t assignFormat(std::uint32_t style);
   [[nodiscard]] std::string tag(std::string_view name) const { return prefix_ + std::string(name); }
@@ -119,7 +139,7 @@ class Styles {
   std::vector<std::int32_t> newNumberFormats_;
   std::vector<std::uint32_t> palette_;
   std::vector<std::uint32_t> newFormats_;
-  std::unordered_map<std::string, std::uint32_t> filled_;  // what withFill answered
+  std::unordered_map<FillChange, std::uint32_t, FillChangeHash> filled_;  // what withFill answered
   mutable std::vector<std::unique_ptr<Facts>> facts_;
 };
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "hosts/workbook/book.h"
+#include "hosts/workbook/cell_attachments.h"
 #include "hosts/workbook/numeric_block.h"
 #include "hosts/workbook/objects/application_object.h"
 #include "mervane/failure.h"
@@ -34,8 +35,8 @@ sheet::ObjectRef WorkbookHost::application() {
   return data_->application;
 }
 
-void WorkbookHost::save(const std::filesystem::path& target) {
-  data_->book.save(target);
+void WorkbookHost::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) {
+  data_->book.save(target, unfinished);
 }
 
 std::vector<WorkbookHost::SheetInfo> WorkbookHost::sheets() {
@@ -68,6 +69,10 @@ std::string WorkbookHost::activeSheetName() const {
   return data_->book.sheetName(data_->book.activeSheet());
 }
 
+std::optional<CellArea> WorkbookHost::usedArea(std::string_view sheet) {
+  return data_->named(sheet).cells().usedArea(false);
+}
+
 std::optional<WorkbookHost::Place> WorkbookHost::find(std::string_view reference) const {
   try {
     const SheetArea area = data_->book.resolve(reference, data_->book.activeSheet());
@@ -87,6 +92,14 @@ std::optional<std::string> WorkbookHost::cellFormula(std::string_view sheet, Cel
 
 Variant WorkbookHost::cellValue(std::string_view sheet, CellAddress at) {
   return data_->named(sheet).value(at);
+}
+
+Variant WorkbookHost::cellValueOrEmpty(std::string_view sheet, CellAddress at) {
+  return data_->named(sheet).valueOrEmpty(at);
+}
+
+std::vector<CellAddress> WorkbookHost::commentedCells(std::string_view sheet, const CellArea& area) {
+  return cellsWithComments(data_->named(sheet), area);
 }
 
 std::optional<CellArea> WorkbookHost::numericBlock(std::string_view sheet) {
@@ -120,7 +133,7 @@ std::vector<WorkbookHost::WrittenBlock> WorkbookHost::written() {
         }
       }
       for (WrittenBlock& piece : pieces) {
-        const auto left = std::find_if(own.begin(), own.end(), [&](const WrittenBlock& one) {
+        const auto left = std::find_if(own.begin(), own.end(), [&, column = column](const WrittenBlock& one) {
           return one.area.lastColumn + 1 == column && one.area.firstRow == piece.area.firstRow &&
                  one.area.lastRow == piece.area.lastRow;
         });

@@ -40,13 +40,18 @@ bool WriteLog::wasWritten(CellAddress at) {
   return false;
 }
 
-void WriteLog::keepOriginal(CellAddress at, std::string shown) {
-  originals_.emplace(CellStore::keyOf(at), std::move(shown));
+void WriteLog::keepOriginal(CellAddress at, std::string shown, std::optional<std::uint32_t> text) {
+  originals_.emplace(CellStore::keyOf(at), Original{std::move(shown), text});
 }
 
 const std::string* WriteLog::original(CellAddress at) const {
   const auto found = originals_.find(CellStore::keyOf(at));
-  return found == originals_.end() ? nullptr : &found->second;
+  return found == originals_.end() ? nullptr : &found->second.shown;
+}
+
+std::optional<std::uint32_t> WriteLog::originalText(CellAddress at) const {
+  const auto found = originals_.find(CellStore::keyOf(at));
+  return found == originals_.end() ? std::nullopt : found->second.text;
 }
 
 }  // namespace mervane::workbook

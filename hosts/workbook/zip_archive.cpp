@@ -60,7 +60,8 @@ struct DeflatedSource {
         self->at = 0;
         return 0;
       case ZIP_SOURCE_READ: {
-        const std::size_t count = std::min<std::size_t>(length, self->content->bytes.size() - self->at);
+        const auto count =
+            static_cast<std::size_t>(std::min<zip_uint64_t>(length, self->content->bytes.size() - self->at));
         std::memcpy(data, self->content->bytes.data() + self->at, count);
         self->at += count;
         return static_cast<zip_int64_t>(count);
@@ -214,7 +215,7 @@ std::string ZipArchive::with(const std::vector<Change>& changes) const {
   if (zip_source_open(source) != 0) cannot("the result cannot be read back");
   zip_stat_t stat;
   if (zip_source_stat(source, &stat) == 0 && (stat.valid & ZIP_STAT_SIZE) != 0) {
-    packed.resize(stat.size);
+    packed.resize(static_cast<std::size_t>(stat.size));
     std::size_t at = 0;
     while (at < packed.size()) {
       const zip_int64_t count = zip_source_read(source, packed.data() + at, packed.size() - at);

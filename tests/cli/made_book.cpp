@@ -36,7 +36,17 @@ void MadeBook::write(const std::filesystem::path& path) const {
   text.workbookRelations = "<Relationship Id=\"rId9\" Type=\"" + space +
                            "officeDocument/2006/relationships/worksheet\" Target=\"worksheets/sheet2.xml\"/>";
   text.more.emplace_back("xl/worksheets/sheet2.xml",
-                         "<worksheet xmlns=\"" + space + "spreadsheetml/2006/main\"><sheetData/></worksheet>");
+                         "<worksheet xmlns=\"" + space + "spreadsheetml/2006/main\">" + totals + "</worksheet>");
+  if (inR1C1) text.workbookExtra = "<calcPr calcId=\"0\" refMode=\"R1C1\"/>";
+  if (!comments.empty()) {
+    std::string list;
+    for (const std::string& cell : comments) list += "<comment ref=\"" + cell + "\" authorId=\"0\"/>";
+    text.sheetRelations = "<Relationship Id=\"rId8\" Type=\"" + space +
+                          "officeDocument/2006/relationships/comments\" Target=\"../comments1.xml\"/>";
+    text.more.emplace_back(
+        "xl/comments1.xml",
+        "<comments xmlns=\"" + space + "spreadsheetml/2006/main\"><commentList>" + list + "</commentList></comments>");
+  }
   tests::Parts parts = text.parts();
   for (auto& [name, content] : parts) {
     if (name != "xl/workbook.xml") continue;

@@ -57,6 +57,11 @@ TEST(WriteDelimited, KeepsMarkLineEndsAndBlankLines) {
             "\xEF\xBB\xBF\r\na,b,Cluster\r\n1,2,1\r\n\r\n3,4,2\n\n");
 }
 
+TEST(WriteDelimited, KeepsASecondMarkAsTheBeginningOfTheFirstField) {
+  EXPECT_EQ(Written("\xEF\xBB\xBF\xEF\xBB\xBFx,y\n1,2\n3,4\n").delimited(','),
+            "\xEF\xBB\xBF\xEF\xBB\xBFx,y,Cluster\n1,2,1\n3,4,2\n");
+}
+
 TEST(WriteDelimited, KeepsBytesThatAreNoUtf8) {
   EXPECT_EQ(Written("a,b\n1,gr\xfc\xdf\n").delimited(','), "a,b,Cluster\n1,gr\xfc\xdf,1\n");
 }

@@ -41,6 +41,13 @@ TEST_F(WorkbookRefusals, NameTheCellThatIsNoNumber) {
   EXPECT_NE(huge.err.find("is beyond the range of 32-bit numbers"), std::string::npos) << huge.err;
 }
 
+TEST_F(WorkbookRefusals, LookForBadCellsNoFurtherThanTheSheetIsUsed) {
+  // All cells of this range would take a minute.
+  MadeBook{{{"x", "2"}, {"3", "=1+1"}}, {}}.write(book);
+  expectRefusal(cluster("Data!A1:ZZ65535", "Data!D1"), "mTools component failure",
+                "Data!A1: text \"x\" is not a number, and neither is 1 cell behind it");
+}
+
 TEST_F(WorkbookRefusals, SayThatAFormulaHasNoValue) {
   MadeBook{{{"1", "2"}, {"3", "=A1+1"}}, {}}.write(book);
   const Outcome outcome = cluster("Data!A1:B2", "Data!D1");
@@ -67,9 +74,32 @@ TEST_F(WorkbookRefusals, SayWhatIsWrongWithAReference) {
                 "--outputs: there is no sheet \"Total\"; the nearest name is \"Totals\"");
   expectRefusal(cluster("Data!$A$1:$B$2", "Data!D1"), message,
                 "--inputs: \"Data!$A$1:$B$2\" is not a reference such as Sheet1!A2:D151; give Data!A1:B2");
+  expectRefusal(cluster("Data!A1:AAA2", "Data!D1"), message,
+                "--inputs: \"Data!A1:AAA2\" is not a reference such as Sheet1!A2:D151; column AAA is beyond ZZ");
   expectRefusal(cluster("nonsense", "Data!D1"), message,
                 "--inputs: \"nonsense\" is not a reference such as Sheet1!A2:D151");
   expectRefusal(cluster("Data!A1:B2", "D"), message, "--outputs: \"D\" is not a reference such as Sheet1!A2:D151");
+}
+
+TEST_F(WorkbookRefusals, OfferTheNumbersOfWholeRowsAndColumns) {
+  MadeBook{{{"a title"}, {"x", "y"}, {"1", "2"}, {"3", "4"}}, {}}.write(book);
+  expectRefusal(cluster("Data!A:B", "Data!D1"), "Invalid cell reference.",
+                "--inputs: \"Data!A:B\" is not a reference such as Sheet1!A2:D151; give Data!A3:B4");
+  expectRefusal(cluster("Data!3:4", "Data!D1"), "Invalid cell reference.",
+                "--inputs: \"Data!3:4\" is not a reference such as Sheet1!A2:D151; give Data!A3:B4");
+  expectRefusal(cluster("Totals!A:B", "Data!D1"), "Invalid cell reference.",
+                "--inputs: \"Totals!A:B\" is not a reference such as Sheet1!A2:D151; row 1048576 is above 65535");
+}
+
+TEST_F(WorkbookRefusals, TheResultIsNamedAsTheKindOfWorkbookThatItIs) {
+  MadeBook{{{"1", "2"}, {"3", "4"}}, {}}.write(book);
+  for (const char* name : {"out.xlsm", "out.xls", "out.ods", "out.csv", "out"}) {
+    const Outcome outcome = cluster("Data!A1:B2", "Data!D1", {"-o", folder.file(name)});
+    EXPECT_EQ(outcome.status, 2) << name;
+    EXPECT_NE(outcome.err.find("Let the name end in .xlsx;"), std::string::npos) << outcome.err;
+    EXPECT_FALSE(std::filesystem::exists(folder.file(name)));
+  }
+  EXPECT_EQ(cluster("Data!A1:B2", "Data!D1", {"-o", folder.file("OUT.XLSX")}).status, 0);
 }
 
 TEST_F(WorkbookRefusals, KeepToTheLimitsOfTheDialog) {
@@ -104,6 +134,20 @@ TEST_F(WorkbookRefusals, FilesThatAreNoWorkbooksAreFileTrouble) {
   EXPECT_NE(outcome.err.find("is no workbook"), std::string::npos) << outcome.err;
   std::filesystem::remove(book);
   EXPECT_EQ(cluster("Data!A1:B2", "Data!D1").status, 3);
+}
+
+TEST_F(WorkbookRefusals, ADamagedSheetIsFileTrouble) {
+  MadeBook made{{{"1", "2"}, {"3", "4"}}, {}};
+  made.totals = "<sheetData><row r=\"1\"><c r=\"damaged\"";
+  made.write(book);
+  const std::string advice = "\n         Let the spreadsheet repair the file and save it anew.\n";
+  const std::vector<Outcome> outcomes{cluster("Totals!A1:B2", "Data!D1"), cluster("Data!A1:B2", "Totals!D1"),
+                                      runProgram({"sheets", book}), runProgram({"sheets", book, "--format", "json"}),
+                                      runProgram({"cluster", book, "-i", "Totals!A1:B2", "--dry-run"})};
+  for (const Outcome& outcome : outcomes) {
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.err.find(advice), std::string::npos) << outcome.err;
+  }
 }
 
 TEST_F(WorkbookRefusals, AMissingFolderForTheOutputIsToldBeforeTheRun) {
@@ -237,6 +281,17 @@ TEST_F(Settings, AreUsedAndKeptWithRememberedOnly) {
   const std::string after = run({"settings"}).out;
   EXPECT_NE(after.find("\nCLUSTERS=2\n"), std::string::npos) << after;
   EXPECT_NE(after.find("\nSORTCLUSTERS=0\n"), std::string::npos) << after;
+}
+
+TEST_F(Settings, KeepThePlaceOfTheRealWindowThroughRunsWithoutOne) {
+  MadeBook{{{"x", "y"}, {"1", "2"}, {"3", "4"}, {"8", "9"}}, {}}.write(book);
+  EXPECT_EQ(run({"settings", "set", "LEFT", "1200"}).status, 0);
+  const std::vector<std::string> clustering = {
+      "cluster", book, "--remembered", "-i", "Data!A2:B4", "--outputs", "Data!G2", "-k", "2", "-o", out, "-q"};
+  EXPECT_EQ(run(clustering).status, 0);
+  const std::string after = run({"settings"}).out;
+  EXPECT_NE(after.find("left=1200\n"), std::string::npos) << after;
+  EXPECT_EQ(after.find("width="), std::string::npos) << after;
 }
 
 }  // namespace

@@ -131,6 +131,18 @@ TEST_F(ProgramWorkbook, EachOutputOptionHasAFlagThatSwitchesItOff) {
   EXPECT_EQ(text(out, "H1"), "Cluster 2");
 }
 
+TEST_F(ProgramWorkbook, TakesReferencesAsTypedFromAWorkbookThatShowsRowsAndColumnsByNumber) {
+  MadeBook made = twoGroups();
+  made.inR1C1 = true;
+  made.write(book);
+  // In the workbook's own notation C2 would be the whole second column.
+  const Outcome outcome = runProgram(
+      {"cluster", book, "--inputs", "Data!C2:C7", "--outputs", "Data!R2", "-k", "2", "--no-sort", "-o", out});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(text(out, "R1"), "Clusters");
+  EXPECT_EQ(text(out, "D8"), "Cluster 1 average");
+}
+
 TEST_F(ProgramWorkbook, WarnsOfColumnsThatSortingTearsFromTheirPlaces) {
   twoGroups().write(book);
   const Outcome sorted = clusterGroups({"-o", out});
@@ -138,6 +150,65 @@ TEST_F(ProgramWorkbook, WarnsOfColumnsThatSortingTearsFromTheirPlaces) {
   EXPECT_NE(sorted.err.find("leaves the cells of column E, right of the inputs, where they are"), std::string::npos);
   EXPECT_NE(sorted.err.find("--no-sort"), std::string::npos);
   EXPECT_EQ(clusterGroups({"-o", out, "--no-sort"}).err.find("sorting"), std::string::npos);
+}
+
+TEST_F(ProgramWorkbook, FormulasOutsideOfTheRangeNeedNoValue) {
+  MadeBook made = twoGroups();
+  made.rows[0][1] = "=A1";
+  made.rows[2][4] = "=1+1";
+  made.write(book);
+  const Outcome outcome = clusterGroups({"-o", out, "--format", "csv", "--report"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')), R"("Name","B","y","D","Remark",Cluster)");
+  EXPECT_NE(outcome.out.find("\n\"row1\",9.1,9,\"\",\"\","), std::string::npos) << outcome.out;
+}
+
+TEST_F(ProgramWorkbook, ReadsNoOtherSheetThanThatOfTheRange) {
+  MadeBook made = twoGroups();
+  made.totals = "<sheetData><row r=\"1\"><c r=\"damaged\"";
+  made.write(book);
+  const Outcome outcome = clusterGroups({"-o", out, "--format", "csv"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(text(out, "G1"), "Clusters");
+  EXPECT_EQ(runProgram({"sheets", book}).status, 3);
+}
+
+TEST_F(ProgramWorkbook, WarnsOfCommentsThatSortingLeavesBehind) {
+  MadeBook made = twoGroups();
+  made.comments = {"A3", "C7", "E2", "B1"};
+  made.write(book);
+  EXPECT_NE(clusterGroups({"--dry-run"}).err.find("leaves the comments of A3 and C7 where they are"),
+            std::string::npos);
+  EXPECT_EQ(clusterGroups({"--dry-run", "--no-sort"}).err.find("comments"), std::string::npos);
+  made.comments = {"A2", "A3", "A4", "A5", "A6", "A7", "B2"};
+  made.write(book);
+  EXPECT_NE(clusterGroups({"--dry-run"}).err.find("comments of A2, A3, A4, A5, A6 and 2 other cells where"),
+            std::string::npos);
+}
+
+TEST_F(ProgramWorkbook, WarnsOfFormulasThatSortingTurnsIntoTheirValues) {
+  MadeBook made = twoGroups();
+  made.rows[1][3] = "=1+1";
+  made.rows[2][3] = "plain";
+  made.write(book);
+  const std::string formulas = "turns the formulas of column D, right of the inputs, into their values";
+  const std::string texts = "those that begin with an equals sign may become formulas";
+  const Outcome withFormula = clusterGroups({"--dry-run"});
+  EXPECT_NE(withFormula.err.find(formulas), std::string::npos) << withFormula.err;
+  EXPECT_EQ(withFormula.err.find(texts), std::string::npos);
+  EXPECT_EQ(clusterGroups({"--dry-run", "--no-sort"}).err.find(formulas), std::string::npos);
+}
+
+TEST_F(ProgramWorkbook, WarnsOfTextsThatSortingMayTurnIntoFormulas) {
+  MadeBook made = twoGroups();
+  made.rows[1][3] = "&#61;x";
+  made.write(book);
+  const Outcome outcome = clusterGroups({"--dry-run"});
+  EXPECT_NE(outcome.err.find(
+                "writes the texts of column D, right of the inputs, anew, and those that begin with an equals sign"),
+            std::string::npos)
+      << outcome.err;
+  EXPECT_EQ(outcome.err.find("turns the formulas"), std::string::npos);
 }
 
 TEST_F(ProgramWorkbook, DryRunListsCellsChartsAndMovedRowsAndWritesNothing) {

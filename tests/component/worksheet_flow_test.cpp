@@ -3,11 +3,11 @@
 #include <vector>
 
 #include "dialog/frm_main.h"
-#include "platform/posix/regular_expressions.h"
 #include "support/globals.h"
 #include "tests/component/component_fixture.h"
 #include "tests/support/fake_sheet.h"
 #include "tests/support/fault_injector.h"
+#include "tests/support/real_regular_expressions.h"
 #include "tests/support/recorder.h"
 
 namespace mervane {
@@ -35,7 +35,7 @@ class WorksheetFlow : public tests::ComponentTest {
   static constexpr const char* valuesPath = R"(Software\Tarvik\MervaneCls3\values)";
 
   WorksheetFlow() {
-    machine.services->regularExpressions = std::make_shared<posix::RegularExpressions>();
+    machine.services->regularExpressions = tests::realRegularExpressions();
     excel.fill("A1", {{"Name", "Length", "Width"},
                       {"a", 1.0, 10.0},
                       {"b", 9.0, 90.0},

@@ -75,7 +75,7 @@ Parts BookText::parts() const {
 
 void writeZip(const std::filesystem::path& path, const Parts& parts) {
   int error = 0;
-  zip_t* archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
+  zip_t* archive = zip_open(path.string().c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
   ASSERT_NE(archive, nullptr);
   for (const auto& [name, content] : parts) {
     zip_source_t* source = zip_source_buffer(archive, content.data(), content.size(), 0);
@@ -87,7 +87,7 @@ void writeZip(const std::filesystem::path& path, const Parts& parts) {
 std::map<std::string, std::string> readZip(const std::filesystem::path& path) {
   std::map<std::string, std::string> parts;
   int error = 0;
-  zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error);
+  zip_t* archive = zip_open(path.string().c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error);
   if (archive == nullptr) {
     ADD_FAILURE() << path << " is no sound zip file: " << error;
     return parts;
@@ -95,13 +95,19 @@ std::map<std::string, std::string> readZip(const std::filesystem::path& path) {
   for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i) {
     zip_stat_t stat;
     zip_stat_index(archive, static_cast<zip_uint64_t>(i), 0, &stat);
-    std::string content(stat.size, '\0');
+    std::string content(static_cast<std::size_t>(stat.size), '\0');
     zip_file_t* file = zip_fopen_index(archive, static_cast<zip_uint64_t>(i), 0);
     EXPECT_EQ(zip_fread(file, content.data(), content.size()), static_cast<zip_int64_t>(stat.size)) << stat.name;
     zip_fclose(file);
     EXPECT_TRUE(parts.emplace(stat.name, std::move(content)).second) << stat.name << " is there twice";
   }
   zip_discard(archive);
+  return parts;
+}
+
+std::map<std::string, std::string> savedParts(const std::filesystem::path& path) {
+  std::map<std::string, std::string> parts = readZip(path);
+  if (whenSaved != nullptr) whenSaved(parts);
   return parts;
 }
 
@@ -124,11 +130,12 @@ std::string OpenBook::text(const std::string& cell) {
 
 std::map<std::string, std::string> OpenBook::saved() {
   host_->save(folder_ / "saved.xlsx");
-  return readZip(folder_ / "saved.xlsx");
+  return savedParts(folder_ / "saved.xlsx");
 }
 
 void OpenBook::reopen() {
   host_->save(folder_ / "again.xlsx");
+  static_cast<void>(savedParts(folder_ / "again.xlsx"));
   host_ = WorkbookHost::open(folder_ / "again.xlsx");
 }
 

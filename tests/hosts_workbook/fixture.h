@@ -46,6 +46,11 @@ struct BookText {
 void writeZip(const std::filesystem::path& path, const Parts& parts);
 [[nodiscard]] std::map<std::string, std::string> readZip(const std::filesystem::path& path);
 
+/// Called with the parts of every file that a test saves; empty in a program that does not look at them.
+inline void (*whenSaved)(const std::map<std::string, std::string>& parts) = nullptr;
+/// The parts of a file that the host has just saved.
+[[nodiscard]] std::map<std::string, std::string> savedParts(const std::filesystem::path& path);
+
 /// A workbook that is open, with its folder.
 class OpenBook {
  public:

@@ -49,6 +49,42 @@ TEST(Formats, FillsByPaletteAndByColour) {
   EXPECT_NE(styles.find("<fgColor rgb=\"FFEAEAEA\"/>"), std::string::npos);
 }
 
+TEST(Formats, AWorkbookWithAPaletteOfItsOwnGetsTheApplicationsColoursAllTheSame) {
+  // A book with a chart, saved by LibreOffice, listed other colours under these numbers, and the rows came out white.
+  BookText text = numbers(1);
+  text.styles =
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><fonts><font/></fonts>"
+      "<fills><fill><patternFill/></fill></fills><borders><border/></borders><cellXfs><xf/></cellXfs>"
+      "<colors><indexedColors><rgbColor rgb=\"FF010203\"/></indexedColors></colors></styleSheet>";
+  OpenBook book(text);
+  book.range("A1").Interior().Pattern(1);
+  book.range("A1").Interior().ColorIndex(36);
+  book.range("A1").Borders(9).LineStyle(1);
+  book.range("A1").Borders(9).ColorIndex(3);
+  for (const bool again : {false, true}) {
+    if (again) book.reopen();
+    EXPECT_EQ(read(book.range("A1").Interior(), member::ColorIndex), Variant(std::int32_t{36}));
+    EXPECT_EQ(read(book.range("A1").Interior(), member::Color), Variant(double{0x99FFFF}));
+  }
+  const std::string styles = book.saved().at("xl/styles.xml");
+  EXPECT_NE(styles.find("<fgColor rgb=\"FFFFFF99\"/>"), std::string::npos) << styles;
+  EXPECT_NE(styles.find("<color rgb=\"FFFF0000\"/>"), std::string::npos) << styles;
+}
+
+TEST(Formats, APaletteThatSaysWhatTheApplicationsSaysIsUsedByNumber) {
+  BookText text = numbers(1);
+  std::string colors;
+  for (int number = 0; number < 64; ++number) colors += number == 43 ? "<rgbColor rgb=\"00FFFF99\"/>" : "<rgbColor/>";
+  text.styles =
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><fonts><font/></fonts>"
+      "<fills><fill><patternFill/></fill></fills><borders><border/></borders><cellXfs><xf/></cellXfs>"
+      "<colors><indexedColors>" +
+      colors + "</indexedColors></colors></styleSheet>";
+  OpenBook book(text);
+  book.range("A1").Interior().ColorIndex(36);
+  EXPECT_NE(book.saved().at("xl/styles.xml").find("<fgColor indexed=\"43\"/>"), std::string::npos);
+}
+
 TEST(Formats, ColoursOutsideOfThePaletteAreRefused) {
   OpenBook book(numbers(1));
   for (const int index : {0, 57, -1}) failureOf([&] { book.range("A1").Interior().ColorIndex(index); });
@@ -189,6 +225,35 @@ TEST(AutoFit, WidensToTheLongestContentsAndSplitsColumnSpans) {
   book.range("B2").Value(Variant("x"));
   book.range("B1").Columns().EntireColumn().AutoFit();
   EXPECT_DOUBLE_EQ(book.range("B1").Width(), width);
+}
+
+TEST(AutoFit, FollowsACellThatIsWrittenAndFormattedAgain) {
+  BookText text = numbers(3);
+  OpenBook again(text);
+  OpenBook once(text);
+  const auto fit = [](OpenBook& book) { book.range("B1").Columns().EntireColumn().AutoFit(); };
+  fit(again);
+  again.range("B2").Value(Variant(2.0 / 3.0));
+  again.range("B2").NumberFormat("0.00%");
+  fit(again);
+  again.range("B2").NumberFormat("0.0000000%");
+  again.range("B2").NumberFormat("0%");
+  fit(again);
+  once.range("B2").Value(Variant(2.0 / 3.0));
+  once.range("B2").NumberFormat("0%");
+  fit(once);
+  EXPECT_DOUBLE_EQ(again.range("B1").Width(), once.range("B1").Width());
+}
+
+TEST(AutoFit, FindsTheWidestNumberBehindNarrowerOnes) {
+  OpenBook book(numbers(1));
+  book.range("B1").Value(Variant(1.5));
+  book.range("B2").Value(Variant(123456.789));
+  book.range("B3").Value(Variant(-123456.789));
+  book.range("B4").Value(Variant(7.0));
+  book.range("D1").Value(Variant(-123456.789));
+  book.range("B1:D1").Columns().EntireColumn().AutoFit();
+  EXPECT_DOUBLE_EQ(book.range("B1").Width(), book.range("D1").Width());
 }
 
 TEST(AutoFit, WorksOnWholeColumnsOnly) {

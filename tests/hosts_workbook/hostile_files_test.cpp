@@ -177,6 +177,15 @@ TEST(HostileFile, AWorkbookWithoutSheetsOrPartsSaysSo) {
   EXPECT_NE(partsFailure(parts), "");
 }
 
+TEST(HostileFile, TwoSheetsOnOnePartAreRefusedSinceOneWouldOverwriteTheOther) {
+  Parts parts = BookText().parts();
+  for (auto& [name, content] : parts) {
+    if (name != "xl/workbook.xml") continue;
+    content.insert(content.find("</sheets>"), "<sheet name=\"Copy\" sheetId=\"2\" r:id=\"rId1\"/>");
+  }
+  EXPECT_TRUE(says(partsFailure(parts), "its sheets \"Data\" and \"Copy\" are the same part"));
+}
+
 TEST(HostileFile, PartsWithOneNameInTwoCasesAreRefused) {
   BookText text;
   text.more.emplace_back("XL/Workbook.xml", "<x/>");

@@ -131,6 +131,47 @@ TEST(Sort, AKeyOutsideOfTheRangeIsRefused) {
   failureOf([&] { book.range("A1:A2").Sort(book.range("B1:B2"), 1); });
 }
 
+TEST(Sort, HyperlinksMoveWithTheirCells) {
+  BookText text = column({"<c><v>3</v></c>", "<c><v>1</v></c>", "<c><v>2</v></c>", "<c><v>0</v></c>"});
+  text.sheet +=
+      "<hyperlinks><hyperlink ref=\"A1\" location=\"one\"/><hyperlink ref=\"A2:C3\" location=\"several\"/>"
+      "<hyperlink ref=\"B1:B4\" location=\"all\"/><hyperlink ref=\"A4\" location=\"outside\"/></hyperlinks>";
+  OpenBook book(text);
+  sort(book, "A1:B3", 1);
+  EXPECT_NE(book.savedSheet().find("<hyperlinks><hyperlink ref=\"A3\" location=\"one\"/>"
+                                   "<hyperlink ref=\"A1\" location=\"several\"/><hyperlink ref=\"B1\" "
+                                   "location=\"several\"/><hyperlink ref=\"C2\" location=\"several\"/>"
+                                   "<hyperlink ref=\"A2\" location=\"several\"/><hyperlink ref=\"B2\" "
+                                   "location=\"several\"/><hyperlink ref=\"C3\" location=\"several\"/>"
+                                   "<hyperlink ref=\"B1:B4\" location=\"all\"/>"
+                                   "<hyperlink ref=\"A4\" location=\"outside\"/></hyperlinks>"),
+            std::string::npos)
+      << book.savedSheet();
+}
+
+TEST(Sort, HyperlinksBesideTheSortedCellsKeepTheirBytes) {
+  BookText text = column({"<c><v>3</v></c>", "<c><v>1</v></c>"});
+  const std::string links = "<hyperlinks ><hyperlink  ref='D1' location='x'/></hyperlinks>";
+  text.sheet += links;
+  OpenBook book(text);
+  sort(book, "A1:B2", 1);
+  EXPECT_NE(book.savedSheet().find(links), std::string::npos);
+}
+
+TEST(Sort, CellsWithCommentsAreKnown) {
+  BookText text = column({"<c><v>3</v></c>", "<c><v>1</v></c>"});
+  text.sheetRelations =
+      "<Relationship Id=\"rId7\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/comments\" "
+      "Target=\"../comments1.xml\"/>";
+  text.more.emplace_back("xl/comments1.xml",
+                         "<comments xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><authors/>"
+                         "<commentList><comment ref=\"B2\"/><comment ref=\"D1\"/><comment ref=\"A1\"/>"
+                         "</commentList></comments>");
+  OpenBook book(text);
+  EXPECT_EQ(book.host().commentedCells("Data", {1, 1, 2, 2}), (std::vector<CellAddress>{{2, 2}, {1, 1}}));
+  EXPECT_TRUE(book.host().commentedCells("Data", {3, 1, 9, 9}).empty());
+}
+
 TEST(Sort, ExtrasOfACellMoveWithIt) {
   BookText text = column({"<c><v>2</v></c>", "<c><v>1</v></c>"});
   text.sheet.replace(text.sheet.find("<c r=\"A1\">"), 10, "<c r=\"A1\" vm=\"1\">");

@@ -155,6 +155,35 @@ TEST(WriteValue, TextInACellMarkedAsTextStaysText) {
   EXPECT_EQ(book.value("A1"), Variant("=NA()"));
 }
 
+TEST(WriteValue, ATextThatComesBackKeepsTheFormatsOfItsLetters) {
+  const std::string rich = "<is><r><t>a</t></r><r><rPr><b/></rPr><t>b</t></r></is>";
+  BookText text;
+  text.sheet = "<sheetData><row r=\"1\"><c r=\"A1\" t=\"inlineStr\">" + rich + "</c></row></sheetData>";
+  OpenBook book(text);
+  const Variant before = book.value("A1");
+  book.range("A1").Value(Variant(1.0));
+  book.range("A1").Value(before);
+  EXPECT_NE(book.savedSheet().find("t=\"inlineStr\">" + rich), std::string::npos) << book.savedSheet();
+  book.range("A1").Value(Variant("abc"));
+  EXPECT_EQ(book.savedSheet().find("<b/>"), std::string::npos);
+}
+
+TEST(WriteValue, TextInACellFormattedAsTextStaysText) {
+  OpenBook book(kinds());
+  book.range("A9").NumberFormat("@");
+  for (const char* text : {"=1+1", "=== total ==="}) {
+    book.range("A9").Value(Variant(text));
+    EXPECT_EQ(book.value("A9"), Variant(text));
+  }
+}
+
+TEST(WriteValue, TextWithAnEqualsSignThatIsNoFormulaIsRefusedAndChangesNothing) {
+  OpenBook book(kinds());
+  const std::string failure = failureOf([&] { book.range("A1").Value(Variant("=== total ===")); });
+  EXPECT_EQ(failure, "The text \"=== total ===\" for Data!A1 begins with an equals sign and is no formula.");
+  EXPECT_EQ(book.text("A1"), "shared");
+}
+
 TEST(WriteValue, NumbersThatAreNoneBecomeTheErrorsOfTheApplication) {
   OpenBook book(kinds());
   book.range("A9").Value(Variant(std::numeric_limits<double>::infinity()));

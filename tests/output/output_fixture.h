@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "output/output_formatting.h"
-#include "platform/posix/regular_expressions.h"
 #include "support/globals.h"
 #include "tests/support/fake_sheet.h"
 #include "tests/support/fault_injector.h"
+#include "tests/support/real_regular_expressions.h"
 #include "tests/support/recorder.h"
 #include "tests/support/test_machine.h"
 
@@ -41,7 +41,7 @@ class OutputTest : public ::testing::Test {
     bool charts = true;
   };
 
-  OutputTest() { machine.services->regularExpressions = std::make_shared<posix::RegularExpressions>(); }
+  OutputTest() { machine.services->regularExpressions = realRegularExpressions(); }
 
   /// All switches off.
   static Plan listingAlone() {

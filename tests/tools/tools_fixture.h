@@ -4,11 +4,11 @@
 
 #include <memory>
 
-#include "platform/posix/regular_expressions.h"
 #include "support/error_numbers.h"
 #include "support/globals.h"
 #include "tests/support/fake_sheet.h"
 #include "tests/support/fault_injector.h"
+#include "tests/support/real_regular_expressions.h"
 #include "tests/support/recorder.h"
 #include "tests/support/test_machine.h"
 #include "tools/m_tools.h"
@@ -18,7 +18,7 @@ namespace mervane::tests {
 /// A machine and a sheet for the functions of mTools.
 class ToolsTest : public ::testing::Test {
  protected:
-  ToolsTest() { machine.services->regularExpressions = std::make_shared<posix::RegularExpressions>(); }
+  ToolsTest() { machine.services->regularExpressions = realRegularExpressions(); }
 
   /// Runs the statement and expects the one failure that mTools raises.
   template <class Statement>

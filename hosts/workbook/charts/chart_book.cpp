@@ -1,6 +1,6 @@
 #include "hosts/workbook/charts/chart_book.h"
 
-#include "hosts/workbook/charts/call.h"
+#include "hosts/charts/call.h"
 #include "hosts/workbook/charts/drawing.h"
 
 namespace mervane::workbook::charts {
@@ -56,7 +56,16 @@ void ChartBook::remove(const std::shared_ptr<Chart>& chart) {
 
 void ChartBook::move(std::int32_t sheet, DrawingItem& item, const Box& box) {
   host().requireUnprotectedObjects(sheet);
-  drawing(sheet).move(item, box);
+  drawing(sheet).move(static_cast<FileItem&>(item), box);
+}
+
+std::vector<std::shared_ptr<DrawingItem>> ChartBook::items(std::int32_t sheet) {
+  const auto& all = drawing(sheet).items();
+  return {all.begin(), all.end()};
+}
+
+Box ChartBook::boxOf(std::int32_t sheet, const DrawingItem& item) {
+  return drawing(sheet).boxOf(static_cast<const FileItem&>(item));
 }
 
 Drawing& ChartBook::drawing(std::int32_t sheet) {

@@ -1,14 +1,14 @@
 #include "hosts/workbook/chart_service.h"
 
+#include "hosts/charts/chart_object.h"
+#include "hosts/charts/shape_objects.h"
 #include "hosts/workbook/charts/chart_book.h"
-#include "hosts/workbook/charts/chart_object.h"
-#include "hosts/workbook/charts/shape_objects.h"
 
 namespace mervane::workbook {
 namespace {
 
 using charts::ChartBook;
-using Collection = charts::DrawingCollectionObject;
+using Collection = mervane::charts::DrawingCollectionObject;
 
 class Service : public ChartService {
  public:
@@ -17,11 +17,11 @@ class Service : public ChartService {
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;
 
-  sheet::ObjectRef charts() override { return std::make_shared<charts::ChartsObject>(book_); }
+  sheet::ObjectRef charts() override { return std::make_shared<mervane::charts::ChartsObject>(book_); }
 
   sheet::ObjectRef activeChart() override {
     if (!book_->active()) return nullptr;
-    return std::make_shared<charts::ChartObject>(book_, book_->active());
+    return std::make_shared<mervane::charts::ChartObject>(book_, book_->active());
   }
 
   sheet::ObjectRef chartObjects(std::int32_t sheet) override {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <pugixml.hpp>
 
-#include "hosts/workbook/charts/call.h"
+#include "hosts/charts/call.h"
 #include "hosts/workbook/charts/namespaces.h"
 #include "hosts/workbook/charts/read_chart.h"
 #include "hosts/workbook/charts/write_chart.h"
@@ -147,8 +147,8 @@ void Drawing::read(const std::string& bytes) {
   if (outline.contentEnd > copied) segments_.emplace_back(text.substr(copied, outline.contentEnd - copied));
 }
 
-std::shared_ptr<DrawingItem> Drawing::readItem(const std::string& anchorText, const pugi::xml_node& anchor) const {
-  auto item = std::make_shared<DrawingItem>();
+std::shared_ptr<FileItem> Drawing::readItem(const std::string& anchorText, const pugi::xml_node& anchor) const {
+  auto item = std::make_shared<FileItem>();
   item->xml = anchorText;
   item->anchor = readAnchor(anchor);
   for (const pugi::xml_node node : anchor.children()) {
@@ -163,7 +163,7 @@ std::shared_ptr<DrawingItem> Drawing::readItem(const std::string& anchorText, co
   return nullptr;
 }
 
-void Drawing::readGraphicFrame(DrawingItem& item, const pugi::xml_node& frame) const {
+void Drawing::readGraphicFrame(FileItem& item, const pugi::xml_node& frame) const {
   const pugi::xml_node data = child(child(frame, "graphic"), "graphicData");
   const std::string uri = attribute(data, "uri");
   if (uri != transitionalNamespaces.chart && uri != strictNamespaces.chart) return;
@@ -180,14 +180,13 @@ void Drawing::readGraphicFrame(DrawingItem& item, const pugi::xml_node& frame) c
   }
 }
 
-std::shared_ptr<DrawingItem> Drawing::itemOf(const Chart& chart) const {
-  const auto found = std::find_if(items_.begin(), items_.end(), [&](const std::shared_ptr<DrawingItem>& item) {
-    return item->chart.get() == &chart;
-  });
+std::shared_ptr<FileItem> Drawing::itemOf(const Chart& chart) const {
+  const auto found = std::find_if(items_.begin(), items_.end(),
+                                  [&](const std::shared_ptr<FileItem>& item) { return item->chart.get() == &chart; });
   return found == items_.end() ? nullptr : *found;
 }
 
-Box Drawing::boxOf(const DrawingItem& item) const {
+Box Drawing::boxOf(const FileItem& item) const {
   return item.moved ? *item.moved : charts::boxOf(item.anchor, host_.geometry(sheet_));
 }
 
@@ -203,7 +202,7 @@ void Drawing::nameNewChart(Chart& chart) const {
 
 void Drawing::add(const std::shared_ptr<Chart>& chart) {
   nameNewChart(*chart);
-  auto item = std::make_shared<DrawingItem>();
+  auto item = std::make_shared<FileItem>();
   item->name = chart->name;
   item->chart = chart;
   item->moved = Box{newChartLeft, newChartTop, defaultChartWidth, defaultChartHeight};
@@ -212,17 +211,17 @@ void Drawing::add(const std::shared_ptr<Chart>& chart) {
   changed_ = true;
 }
 
-void Drawing::move(DrawingItem& item, const Box& box) {
+void Drawing::move(FileItem& item, const Box& box) {
   item.moved = box;
   changed_ = true;
 }
 
-void Drawing::remove(const std::shared_ptr<DrawingItem>& item) {
+void Drawing::remove(const std::shared_ptr<FileItem>& item) {
   item->deleted = true;
   if (item->chart) item->chart->deleted = true;
   std::erase(items_, item);
   std::erase_if(segments_, [&](const Segment& segment) {
-    const auto* one = std::get_if<std::shared_ptr<DrawingItem>>(&segment);
+    const auto* one = std::get_if<std::shared_ptr<FileItem>>(&segment);
     return one != nullptr && *one == item;
   });
   if (!item->chartPart.empty()) removed_.push_back(item);
@@ -258,7 +257,7 @@ void Drawing::writeCharts() {
   }
 }
 
-std::string Drawing::newAnchor(const DrawingItem& item, std::uint32_t id) const {
+std::string Drawing::newAnchor(const FileItem& item, std::uint32_t id) const {
   const Namespaces& namespaces = namespacesOf(host_.package().isStrict());
   const Anchor anchor = anchorFor(Anchor::Kind::twoCells, boxOf(item), host_.geometry(sheet_));
   pugi::xml_document document;
@@ -312,7 +311,7 @@ std::string Drawing::text() const {
       text += *between;
       continue;
     }
-    const DrawingItem& item = *std::get<std::shared_ptr<DrawingItem>>(segment);
+    const FileItem& item = *std::get<std::shared_ptr<FileItem>>(segment);
     if (item.xml.empty()) {
       text += newAnchor(item, ++id);
     } else if (item.moved) {

@@ -2,7 +2,7 @@
 
 #include <pugixml.hpp>
 
-#include "hosts/workbook/charts/series_text.h"
+#include "hosts/charts/series_text.h"
 #include "hosts/workbook/charts/xml_text.h"
 
 namespace mervane::workbook::charts {

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "hosts/charts/layout.h"
 #include "hosts/workbook/chart_service.h"
-#include "hosts/workbook/charts/layout.h"
 #include "hosts/workbook/charts/model.h"
 
 namespace mervane::workbook::charts {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/workbook/charts/series_text.h"
+#include "hosts/charts/series_text.h"
 #include "hosts/workbook/charts/write_format.h"
 #include "mervane/convert.h"
 

@@ -3,9 +3,9 @@
 #include <array>
 #include <cmath>
 
-#include "hosts/workbook/charts/palette.h"
 #include "hosts/workbook/charts/xml_text.h"
 #include "mervane/convert.h"
+#include "spreadsheet/palette.h"
 
 namespace mervane::workbook::charts {
 namespace {
@@ -50,7 +50,7 @@ const char* underlineOf(std::int32_t underline) {
 std::string hexColor(std::int32_t colorIndex) {
   constexpr std::array<char, 16> digits = {'0', '1', '2', '3', '4', '5', '6', '7',
                                            '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'};
-  const std::uint32_t color = paletteColor(colorIndex);
+  const std::uint32_t color = sheet::paletteColor(colorIndex);
   std::string text;
   for (std::uint32_t shift = 24; shift > 0; shift -= 4) text += digits[(color >> (shift - 4)) & 0xFU];
   return text;

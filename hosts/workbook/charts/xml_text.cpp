@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "hosts/workbook/charts/call.h"
+#include "hosts/workbook/charts/model.h"
 
 namespace mervane::workbook::charts {
 namespace {

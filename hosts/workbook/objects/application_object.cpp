@@ -7,8 +7,8 @@
 #include "hosts/workbook/book.h"
 #include "hosts/workbook/objects/arguments.h"
 #include "hosts/workbook/objects/range_object.h"
-#include "hosts/workbook/r1c1.h"
 #include "hosts/workbook/refuse.h"
+#include "spreadsheet/r1c1.h"
 
 namespace mervane::workbook {
 
@@ -213,7 +213,8 @@ class ApplicationObject final : public sheet::Object {
       base = {relativeTo->area.firstRow, relativeTo->area.firstColumn};
     }
     if (from == to) return Variant(formula);
-    const std::optional<std::string> converted = from == styleR1C1 ? toA1(formula, base) : toR1C1(formula, base);
+    const std::optional<std::string> converted =
+        from == styleR1C1 ? sheet::toA1(formula, base) : sheet::toR1C1(formula, base);
     return converted ? Variant(*converted) : Variant(ErrorValue{errorValue});
   }
 

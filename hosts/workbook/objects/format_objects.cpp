@@ -6,11 +6,11 @@
 
 #include "hosts/workbook/auto_fit.h"
 #include "hosts/workbook/book.h"
-#include "hosts/workbook/charts/palette.h"
 #include "hosts/workbook/objects/arguments.h"
 #include "hosts/workbook/objects/pool.h"
 #include "hosts/workbook/refuse.h"
 #include "spreadsheet/object.h"
+#include "spreadsheet/palette.h"
 
 namespace mervane::workbook {
 
@@ -29,29 +29,15 @@ std::uint32_t swapped(std::uint32_t color) {
   return ((color & 0xFFU) << 16) | (color & 0xFF00U) | ((color >> 16) & 0xFFU);
 }
 
-ColorName paletteName(std::int32_t index) {
-  if (index < 1 || index > paletteSize) {
+/// A colour of the palette. In a workbook with a palette of its own the number may mean another colour, and then the
+/// colour itself is named.
+ColorName paletteName(const Styles& styles, std::int32_t index) {
+  if (index < 1 || index > sheet::paletteSize) {
     refuse("There is no colour " + std::to_string(index) + "; the palette has the colours 1 to 56.");
   }
-  return {ColorName::Kind::indexed, static_cast<std::uint32_t>(index) + firstPaletteNumber};
-}
-
-std::int32_t distance(std::uint32_t a, std::uint32_t b) {
-  std::int32_t sum = 0;
-  for (const int shift : {0, 8, 16}) {
-    const auto x = static_cast<std::int32_t>((a >> shift) & 0xFFU);
-    const auto y = static_cast<std::int32_t>((b >> shift) & 0xFFU);
-    sum += (x - y) * (x - y);
-  }
-  return sum;
-}
-
-std::int32_t nearestIndex(std::uint32_t rgb) {
-  std::int32_t best = 1;
-  for (std::int32_t index = 2; index <= paletteSize; ++index) {
-    if (distance(paletteColor(index), rgb) < distance(paletteColor(best), rgb)) best = index;
-  }
-  return best;
+  const std::uint32_t number = static_cast<std::uint32_t>(index) + firstPaletteNumber;
+  if (styles.hasUsualColor(number)) return {ColorName::Kind::indexed, number};
+  return {ColorName::Kind::rgb, sheet::paletteColor(index)};
 }
 
 /// What ColorIndex reads for a colour.
@@ -60,7 +46,7 @@ std::int32_t indexOf(const ColorName& color) {
     case ColorName::Kind::indexed:
       return static_cast<std::int32_t>(color.value < 8 ? color.value + 1 : color.value - firstPaletteNumber);
     case ColorName::Kind::rgb:
-      return nearestIndex(color.value);
+      return sheet::nearestPaletteIndex(color.value);
     case ColorName::Kind::theme:
       refuse("The colour is one of the workbook's theme, which has no number in the palette.");
     case ColorName::Kind::none:
@@ -216,7 +202,7 @@ class InteriorObject final : public sheet::Object {
         if (index == none || index == automatic) {
           change([](FillFormat& fill) { fill = {}; });
         } else {
-          const ColorName color = paletteName(index);
+          const ColorName color = paletteName(book_.shared().styles, index);
           change([&](FillFormat& fill) { solid(fill, color); });
         }
         return {};
@@ -229,8 +215,8 @@ class InteriorObject final : public sheet::Object {
       }
       case member::PatternColorIndex: {
         const std::int32_t index = wholeArgument(arguments, 0);
-        const ColorName color =
-            index == automatic || index == none ? ColorName{ColorName::Kind::automatic, 64} : paletteName(index);
+        const ColorName color = index == automatic || index == none ? ColorName{ColorName::Kind::automatic, 64}
+                                                                    : paletteName(book_.shared().styles, index);
         change([&](FillFormat& fill) {
           if (fill.pattern != "none") (fill.pattern == "solid" ? fill.back : fill.fore) = color;
         });
@@ -349,7 +335,8 @@ class BorderObject final : public sheet::Object {
             line = {};
             return;
           }
-          line.color = value == automatic ? ColorName{ColorName::Kind::automatic, 64} : paletteName(value);
+          line.color = value == automatic ? ColorName{ColorName::Kind::automatic, 64}
+                                          : paletteName(book_.shared().styles, value);
           if (line.style == "none") line.style = "thin";
         });
         return {};

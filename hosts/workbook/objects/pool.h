@@ -21,13 +21,15 @@ class PoolAllocator {
   PoolAllocator(const PoolAllocator<U>&) noexcept {}  // NOLINT(google-explicit-constructor): allocators convert
 
   T* allocate(std::size_t count) {
-    if (count == 1 && list().used > 0) return static_cast<T*>(list().blocks[--list().used]);
+    List& free = list();
+    if (count == 1 && free.used > 0) return static_cast<T*>(free.blocks[--free.used]);
     return static_cast<T*>(::operator new (count * sizeof(T), std::align_val_t{alignof(T)}));
   }
 
   void deallocate(T* block, std::size_t count) noexcept {
-    if (count == 1 && list().used < list().blocks.size()) {
-      list().blocks[list().used++] = block;
+    List& free = list();
+    if (count == 1 && free.used < free.blocks.size()) {
+      free.blocks[free.used++] = block;
       return;
     }
     ::operator delete (block, std::align_val_t{alignof(T)});

@@ -49,11 +49,33 @@ Variant RangeObject::ranged(std::int64_t row, std::int64_t column, std::int64_t 
   }
   const CellArea area{static_cast<std::int32_t>(row), static_cast<std::int32_t>(column),
                       static_cast<std::int32_t>(row + rows - 1), static_cast<std::int32_t>(column + columns - 1)};
+  return pooled(area, view);
+}
+
+Variant RangeObject::pooled(const CellArea& area, View view) const {
   return Variant(
       sheet::ObjectRef(std::allocate_shared<RangeObject>(PoolAllocator<RangeObject>(), book_, sheet_, area, view)));
 }
 
+Variant RangeObject::cell(std::int64_t row, std::int64_t column) const {
+  if (row < 1 || row > lastSheetRow || column < 1 || column > lastSheetColumn) raise(runtime::applicationDefined);
+  const auto onlyRow = static_cast<std::int32_t>(row);
+  const auto onlyColumn = static_cast<std::int32_t>(column);
+  return pooled({onlyRow, onlyColumn, onlyRow, onlyColumn}, View::cells);
+}
+
 Variant RangeObject::item(Arguments arguments) const {
+  if (arguments.size() == 2) {
+    const std::int32_t* down = arguments[0].getIf<std::int32_t>();
+    const std::int32_t* right = arguments[1].getIf<std::int32_t>();
+    if (down != nullptr && right != nullptr) {
+      return cell(std::int64_t{area_.firstRow} + *down - 1, std::int64_t{area_.firstColumn} + *right - 1);
+    }
+  }
+  return convertedItem(arguments);
+}
+
+Variant RangeObject::convertedItem(Arguments arguments) const {
   atMost(arguments, 2);
   if (view_ == View::rows && !isGiven(arguments, 1)) return row(arguments);
   if (view_ == View::columns && !isGiven(arguments, 1)) return column(arguments);
@@ -62,11 +84,11 @@ Variant RangeObject::item(Arguments arguments) const {
     const std::int64_t index = std::int64_t{wholeArgument(arguments, 0)} - 1;
     const std::int64_t width = area_.columns();
     const std::int64_t down = index >= 0 ? index / width : -((-index + width - 1) / width);
-    return ranged(area_.firstRow + down, area_.firstColumn + index - down * width, 1, 1);
+    return cell(area_.firstRow + down, area_.firstColumn + index - down * width);
   }
   const std::int64_t down = wholeArgument(arguments, 0);
   const std::int64_t right = columnIndex(arguments, 1);
-  return ranged(area_.firstRow + down - 1, area_.firstColumn + right - 1, 1, 1);
+  return cell(area_.firstRow + down - 1, area_.firstColumn + right - 1);
 }
 
 Variant RangeObject::column(Arguments arguments) const {
@@ -106,8 +128,12 @@ std::int64_t RangeObject::count() const {
 }
 
 Variant RangeObject::value() const {
+  const bool isOneCell = area_.firstRow == area_.lastRow && area_.firstColumn == area_.lastColumn;
+  return isOneCell ? sheet().value({area_.firstRow, area_.firstColumn}) : values();
+}
+
+Variant RangeObject::values() const {
   Sheet& target = sheet();
-  if (area_.cells() == 1) return target.value({area_.firstRow, area_.firstColumn});
   if (area_.cells() > mostValues) raise(runtime::outOfMemory);
   Array<Variant> values({{1, area_.rows()}, {1, area_.columns()}});
   std::size_t at = 0;
@@ -178,10 +204,6 @@ void RangeObject::autoFit() {
 
 Variant RangeObject::get(member::Id member, Arguments arguments) {
   switch (member) {
-    case member::Item:
-      return item(arguments);
-    case member::Value:
-      return value();
     case member::Cells:
       if (arguments.empty()) return ranged(area_.firstRow, area_.firstColumn, area_.rows(), area_.columns());
       return RangeObject(book_, sheet_, area_, View::cells).item(arguments);
@@ -282,7 +304,12 @@ void RangeObject::put(member::Id member, Arguments arguments) {
 }
 
 Variant RangeObject::invoke(Access access, member::Id member, Arguments arguments) {
-  if (access != Access::put) return get(member, arguments);
+  if (access != Access::put) {
+    // OPTIMIZATION: nearly all calls are these two; they do not go through the long list of members.
+    if (member == member::Value) return value();
+    if (member == member::Item) return item(arguments);
+    return get(member, arguments);
+  }
   put(member, arguments);
   return {};
 }

@@ -36,13 +36,20 @@ class RangeObject final : public sheet::Object {
   void put(sheet::member::Id member, Arguments arguments);
   [[nodiscard]] Variant ranged(std::int64_t row, std::int64_t column, std::int64_t rows, std::int64_t columns,
                                View view = View::cells) const;
+  /// The same without a check.
+  [[nodiscard]] Variant pooled(const CellArea& area, View view) const;
+  /// One cell. OPTIMIZATION: nothing is asked for more often, so this does without what larger areas need.
+  [[nodiscard]] Variant cell(std::int64_t row, std::int64_t column) const;
   [[nodiscard]] Variant item(Arguments arguments) const;
+  /// The same for a single index and for ones that are no whole numbers yet.
+  [[nodiscard]] Variant convertedItem(Arguments arguments) const;
   [[nodiscard]] Variant column(Arguments arguments) const;
   [[nodiscard]] Variant row(Arguments arguments) const;
   [[nodiscard]] Variant offset(Arguments arguments) const;
   [[nodiscard]] Variant resize(Arguments arguments) const;
   [[nodiscard]] std::int64_t count() const;
   [[nodiscard]] Variant value() const;
+  [[nodiscard]] Variant values() const;
   void setValue(const Variant& value);
   [[nodiscard]] Variant numberFormat() const;
   void sort(Arguments arguments);

@@ -1,4 +1,4 @@
-#include "hosts/workbook/charts/chart_object.h"
+#include "hosts/charts/chart_object.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 // The parts of a chart: formats, series, points, axes and areas.
 #include <gtest/gtest.h>
 
-#include "hosts/workbook/charts/area_objects.h"
-#include "hosts/workbook/charts/axis_objects.h"
-#include "hosts/workbook/charts/format_objects.h"
-#include "hosts/workbook/charts/series_objects.h"
+#include "hosts/charts/area_objects.h"
+#include "hosts/charts/axis_objects.h"
+#include "hosts/charts/format_objects.h"
+#include "hosts/charts/series_objects.h"
 #include "output/output_formatting.h"
 #include "tests/hosts_workbook/charts/invoke.h"
 #include "tests/hosts_workbook/charts/run_charts.h"

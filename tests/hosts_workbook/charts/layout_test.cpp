@@ -1,4 +1,4 @@
-#include "hosts/workbook/charts/layout.h"
+#include "hosts/charts/layout.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 namespace mervane::tests {
 namespace {
 
-using namespace workbook::charts;  // NOLINT(google-build-using-namespace): its names are the subject of this file
+using namespace mervane::charts;  // NOLINT(google-build-using-namespace): its names are the subject of this file
 
 constexpr Size size{360.0, 216.0};
 

@@ -1,4 +1,4 @@
-#include "hosts/workbook/charts/shape_objects.h"
+#include "hosts/charts/shape_objects.h"
 
 #include <gtest/gtest.h>
 
