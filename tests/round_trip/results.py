@@ -1,0 +1,69 @@
+"""What a run has to leave on the sheet, worked out from the old rows and the numbers that the program lists for them."""
+
+from recipe import FIRST_ROW, LAST_ROW
+
+CLUSTERS = (1, 2, 3)
+LABELS = ("average", "weighted average (%)", "minimum", "maximum", "weight (%)")
+# The first colours of the clusters, as the palette's numbers count them in files.
+FILLS = {1: ("43", 0xFFFF99), 2: ("57", 0x339966), 3: ("45", 0xFF99CC)}
+
+
+def names_of(cluster):
+    """What a file may call the colour: its number, or itself."""
+    number, color = FILLS[cluster]
+    return number, f"FF{color:06X}"
+
+
+def sorted_rows(rows, clusters):
+    return sorted(zip(rows, clusters), key=lambda pair: pair[1])
+
+
+def expected_cells(rows, clusters):
+    """By address: the value of every cell that the run writes or moves. Rows are name and three measures."""
+    cells = {"G4": "Clusters"}
+    listed = sorted_rows(rows, clusters)
+    for number, (row, cluster) in enumerate(listed, FIRST_ROW):
+        cells.update({f"{column}{number}": value for column, value in zip("ABCD", row)})
+        cells[f"G{number}"] = float(cluster)
+    members = {k: [row[1:] for row, cluster in listed if cluster == k] for k in CLUSTERS}
+    start = LAST_ROW + 1
+    for block, label in enumerate(LABELS):
+        for k in CLUSTERS:
+            number = start + block * len(CLUSTERS) + k - 1
+            cells[f"E{number}"] = f"Cluster {k} {label}"
+            if label == "weight (%)":
+                cells[f"D{number}"] = len(members[k]) / len(rows)
+                continue
+            for index, column in enumerate("BCD"):
+                values = [row[index] for row in members[k]]
+                mean = sum(row[index + 1] for row in rows) / len(rows)
+                own = sum(values) / len(values)
+                cells[f"{column}{number}"] = {
+                    "average": own,
+                    "weighted average (%)": (own - mean) / mean,
+                    "minimum": min(values),
+                    "maximum": max(values),
+                }[label]
+    return cells
+
+
+def same(expected, found):
+    if isinstance(expected, float):
+        return isinstance(found, (int, float)) and abs(expected - found) <= 1e-6 * max(1.0, abs(expected))
+    return expected == found
+
+
+def expected_fill(place, clusters):
+    """The cluster whose colour the cell has; None for a cell without one."""
+    column, number = place[0], int(place[1:])
+    if FIRST_ROW <= number <= LAST_ROW and column in "BCDG":
+        return sorted(clusters)[number - FIRST_ROW]
+    if number > LAST_ROW and column in "BCDE":
+        return (number - LAST_ROW - 1) % len(CLUSTERS) + 1
+    return None
+
+
+def is_share(place):
+    """Whether the cell shows a percentage."""
+    number = int(place[1:]) - LAST_ROW - 1
+    return number >= 0 and place[0] in "BCD" and number // len(CLUSTERS) in (1, 4)
