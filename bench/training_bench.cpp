@@ -21,8 +21,7 @@
 #include <vector>
 
 #include "bench/plain_loops.h"
-#include "bench/schedule.h"
-#include "component/scale_value.h"
+#include "bench/training_kernel.h"
 #include "engine/choose_kernel.h"
 #include "engine/create_network_engine.h"
 #include "engine/learning_rule.h"
@@ -63,43 +62,8 @@ std::vector<double> samplesOf(const Case& which) {
   return values;
 }
 
-std::vector<double> scaled(std::vector<double> values, std::size_t columns) {
-  for (std::size_t j = 0; j < columns; ++j) {
-    double least = values[j];
-    double most = values[j];
-    for (std::size_t i = j; i < values.size(); i += columns) {
-      least = std::min(least, values[i]);
-      most = std::max(most, values[i]);
-    }
-    for (std::size_t i = j; i < values.size(); i += columns)
-      values[i] = scaleValue(values[i], least, most, scaledMinimum, scaledMaximum);
-  }
-  return values;
-}
-
-/// The presentations of a whole training, and nothing else.
 engine::LearningRule train(const Case& which, std::span<const double> samples, const engine::Kernel& kernel) {
-  engine::LearningRule rule(which.clusters, which.columns, 1.0, kernel);
-  for (std::int32_t unit = 0; unit < which.clusters; ++unit)
-    for (std::int32_t input = 0; input < which.columns; ++input) rule.setWeight(unit, input, rule.convexCentre());
-  rule.startLearning();
-  const bench::Schedule schedule{which.epochs, which.rows};
-  const auto columns = static_cast<std::size_t>(which.columns);
-  constexpr std::size_t together = 512;
-  std::array<double, together> factors;
-  for (std::int32_t epoch = 1; epoch <= which.epochs; ++epoch) {
-    rule.setRate(schedule.rate(epoch));
-    rule.setRadius(schedule.radius(epoch));
-    for (std::size_t first = 0; first < static_cast<std::size_t>(which.rows); first += together) {
-      const std::size_t count = std::min(together, static_cast<std::size_t>(which.rows) - first);
-      for (std::size_t i = 0; i < count; ++i)
-        factors[i] = std::min(schedule.convexFactor(epoch, static_cast<std::int32_t>(first + i)), 1.0);
-      rule.learn(samples.subspan(first * columns, count * columns), count,
-                 std::span(factors).first(factors[0] < 1.0 ? count : 0));
-    }
-  }
-  rule.finish();
-  return rule;
+  return bench::trainAlone({which.epochs, which.rows}, which.columns, which.clusters, samples, kernel);
 }
 
 std::shared_ptr<Classifier3> classifierOf(const Case& which, const std::vector<double>& values) {
@@ -115,7 +79,7 @@ std::shared_ptr<Classifier3> classifierOf(const Case& which, const std::vector<d
 /// True where the three programs end with the same bits.
 bool sameBits(const Case& which) {
   const std::vector<double> values = samplesOf(which);
-  const std::vector<double> samples = scaled(values, static_cast<std::size_t>(which.columns));
+  const std::vector<double> samples = bench::scaledColumns(values, static_cast<std::size_t>(which.columns));
   const engine::LearningRule plain = train(which, samples, plainLoops);
   for (const engine::Kernel* kernel : engine::availableKernels()) {
     const engine::LearningRule other = train(which, samples, *kernel);
@@ -148,7 +112,7 @@ void runBench(benchmark::State& state, const Case& which) {
 }
 
 void trainBench(benchmark::State& state, const Case& which, const engine::Kernel& kernel) {
-  const std::vector<double> samples = scaled(samplesOf(which), static_cast<std::size_t>(which.columns));
+  const std::vector<double> samples = bench::scaledColumns(samplesOf(which), static_cast<std::size_t>(which.columns));
   for (auto _ : state) benchmark::DoNotOptimize(train(which, samples, kernel).weights().data());
   countPresentations(state, which);
 }
