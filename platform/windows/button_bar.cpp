@@ -21,23 +21,19 @@ int textWidth(HWND window, HFONT font, const std::wstring& text) {
   return static_cast<int>(size.cx);
 }
 
-/// The first letter of the caption is its mnemonic.
-std::wstring withMnemonic(const std::string& caption) {
-  return L"&" + com::toWide(caption);
-}
-
 }  // namespace
 
-void ButtonBar::fill(const platform::OptionItems& items, HFONT font) {
+void ButtonBar::fill(const platform::OptionItems& items, const std::vector<std::string>& marked, HFONT font) {
   for (const Button& button : buttons_) DestroyWindow(button.control);
   buttons_.clear();
   int gap = 0;
+  auto nextMarked = marked.begin();
   for (const platform::OptionItem& item : items) {
+    const std::wstring caption = com::toWide(*nextMarked++);
     if (item.Caption.empty()) {
       gap += scale_.fromTwips(item.Width);
       continue;
     }
-    const std::wstring caption = withMnemonic(item.Caption);
     Button button{};
     button.key = item.Key;
     button.picture = item.imageKey;

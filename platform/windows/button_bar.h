@@ -17,7 +17,8 @@ class ButtonBar {
   ButtonBar(HWND parent, const Scale& scale, int firstId) : parent_(parent), scale_(scale), firstId_(firstId) {}
 
   /// Makes the controls anew from the items. A spacer moves the next button by its own width.
-  void fill(const platform::OptionItems& items, HFONT font);
+  /// @param marked one caption for each item, with its mnemonic.
+  void fill(const platform::OptionItems& items, const std::vector<std::string>& marked, HFONT font);
   void place(int left, int top, int width, int height);
   /// The key of a control number of the bar, or null.
   [[nodiscard]] const std::string* keyOf(int id) const;

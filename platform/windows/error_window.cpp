@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/com/text.h"
 #include "platform/windows/button_bar.h"
 #include "platform/windows/pictures.h"
 #include "platform/windows/window_tools.h"
+#include "support/mnemonics.h"
 
 namespace mervane::windows {
 namespace {
@@ -20,6 +22,7 @@ using platform::OptionItems;
 
 constexpr wchar_t windowClass[] = L"MervaneErrorWindow";
 constexpr int firstButton = 100;
+constexpr int titleControl = 89;
 constexpr int reportControl = 90;
 // The design: 5100 by 2955 twips of client area, a band and a bar of 495 with margins of 60 and 30.
 constexpr float clientWidth = 5100.0F;
@@ -41,7 +44,7 @@ class ErrorWindow final : public platform::ErrorWindow {
   void itemsChanged() override;
   void setMessage(const std::string& text) override { SetWindowTextW(report_, com::toWide(text).c_str()); }
   void show() override;
-  void hide() override { ended_ = true; }
+  void hide() override { end(); }
   [[nodiscard]] float barWidth() const override;
 
  private:
@@ -50,10 +53,18 @@ class ErrorWindow final : public platform::ErrorWindow {
   void layOut();
   void placeBar();
   void paint();
+  void fillBar();
+  void showTitle();
   void press(const std::string& key);
+  /// Ends the showing. A message that was sent, not posted, does not end the wait for the next one, so one is posted.
+  void end() {
+    ended_ = true;
+    PostMessageW(window_, WM_NULL, 0, 0);
+  }
 
   Scale scale_;
   HWND window_ = nullptr;
+  HWND titleText_ = nullptr;
   HWND report_ = nullptr;
   ErrorWindowEvents* events_ = nullptr;
   const OptionItems* title_ = nullptr;
@@ -77,6 +88,14 @@ LRESULT CALLBACK ErrorWindow::procedure(HWND window, UINT message, WPARAM word, 
   return DefWindowProcW(window, message, word, data);
 }
 
+/// The keys that leave the report, answer the window or close it are the window's, though a field of many lines asks
+/// for every key where its window is not of the platform's own dialog class.
+LRESULT CALLBACK reportProcedure(HWND field, UINT message, WPARAM word, LPARAM data) {
+  if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
+  const auto before = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(field, GWLP_USERDATA));
+  return CallWindowProcW(before, field, message, word, data);
+}
+
 void ErrorWindow::load(const std::string& caption, const OptionItems& title, const OptionItems& buttons,
                        ErrorWindowEvents& events) {
   events_ = &events;
@@ -89,18 +108,26 @@ void ErrorWindow::load(const std::string& caption, const OptionItems& title, con
   window_ = CreateWindowExW(WS_EX_CONTROLPARENT | WS_EX_TOPMOST, windowClass, com::toWide(caption).c_str(), style,
                             CW_USEDEFAULT, CW_USEDEFAULT, frame.right - frame.left, frame.bottom - frame.top, nullptr,
                             nullptr, thisModule(), this);
+  // The report takes its name for screen readers from the text that stands before it.
+  titleText_ =
+      CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS, 0, 0, 0,
+                      0, window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(titleControl)), thisModule(), nullptr);
   report_ = CreateWindowExW(
       WS_EX_CLIENTEDGE, L"EDIT", L"",
       WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 0, 0, 0, 0,
       window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(reportControl)), thisModule(), nullptr);
-  if (window_ == nullptr || report_ == nullptr) raise(runtime::outOfMemory);
+  if (window_ == nullptr || titleText_ == nullptr || report_ == nullptr) raise(runtime::outOfMemory);
+  SetWindowLongPtrW(report_, GWLP_USERDATA,
+                    SetWindowLongPtrW(report_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&reportProcedure)));
   // A report has no limit.
   SendMessageW(report_, EM_SETLIMITTEXT, 0, 0);
   plain_ = std::make_unique<Font>(scale_, false);
   bold_ = std::make_unique<Font>(scale_, true);
   SendMessageW(report_, WM_SETFONT, reinterpret_cast<WPARAM>(plain_->get()), FALSE);
+  SendMessageW(titleText_, WM_SETFONT, reinterpret_cast<WPARAM>(bold_->get()), FALSE);
   bar_ = std::make_unique<ButtonBar>(window_, scale_, firstButton);
-  bar_->fill(buttons, plain_->get());
+  fillBar();
+  showTitle();
   layOut();
 }
 
@@ -108,10 +135,21 @@ void ErrorWindow::itemsChanged() {
   // The control that had the focus is made anew.
   const HWND focus = GetFocus();
   const int number = focus != nullptr && GetParent(focus) == window_ ? GetDlgCtrlID(focus) : 0;
-  bar_->fill(*buttons_, plain_->get());
+  fillBar();
+  showTitle();
   placeBar();
   InvalidateRect(window_, nullptr, TRUE);
   if (number >= firstButton) SetFocus(GetDlgItem(window_, number));
+}
+
+void ErrorWindow::fillBar() {
+  std::vector<std::string> captions;
+  for (const OptionItem& button : *buttons_) captions.push_back(button.Caption);
+  bar_->fill(*buttons_, withMnemonics(captions, '&'), plain_->get());
+}
+
+void ErrorWindow::showTitle() {
+  for (const OptionItem& item : *title_) setText(titleText_, item.Caption);
 }
 
 void ErrorWindow::show() {
@@ -136,6 +174,9 @@ void ErrorWindow::layOut() {
   const int margin = scale_.fromTwips(edge);
   const int band = scale_.fromTwips(bandHeight);
   const int bar = scale_.fromTwips(barHeight);
+  const int textLeft = margin + scale_.pixels(pictureSide + 8);
+  SetWindowPos(titleText_, nullptr, textLeft, margin, std::max(client.right - static_cast<long>(textLeft + margin), 0L),
+               std::max(band - margin, 0), SWP_NOZORDER | SWP_NOACTIVATE);
   SetWindowPos(report_, nullptr, margin, band + margin / 2, std::max(client.right - 2L * margin, 0L),
                std::max(client.bottom - band - bar - static_cast<long>(margin), 0L), SWP_NOZORDER | SWP_NOACTIVATE);
   placeBar();
@@ -156,21 +197,11 @@ void ErrorWindow::paint() {
   const HDC device = BeginPaint(window_, &painting);
   const int margin = scale_.fromTwips(edge);
   const int side = scale_.pixels(pictureSide);
-  RECT band{margin, margin, 0, scale_.fromTwips(bandHeight)};
-  GetClientRect(window_, &painting.rcPaint);
-  band.right = painting.rcPaint.right - margin;
-  const HGDIOBJ before = SelectObject(device, bold_->get());
-  SetBkMode(device, TRANSPARENT);
-  SetTextColor(device, GetSysColor(COLOR_BTNTEXT));
+  const RECT band{margin, margin, 0, scale_.fromTwips(bandHeight)};
   for (const OptionItem& item : *title_) {
     const int top = band.top + (band.bottom - band.top - side) / 2;
     drawPicture(device, item.imageKey, {band.left, top, band.left + side, top + side});
-    RECT text = band;
-    text.left += side + scale_.pixels(8);
-    DrawTextW(device, com::toWide(item.Caption).c_str(), -1, &text,
-              DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
-  SelectObject(device, before);
   EndPaint(window_, &painting);
 }
 
@@ -187,6 +218,9 @@ std::optional<LRESULT> ErrorWindow::on(UINT message, WPARAM word, LPARAM data) {
     case WM_ACTIVATE:
       if (LOWORD(word) != WA_INACTIVE && shown_) events_->activated();
       return std::nullopt;
+    case WM_NEXTDLGCTL:
+      moveFocus(window_, word, data);
+      return 0;
     case WM_PAINT:
       paint();
       return 0;
@@ -203,7 +237,7 @@ std::optional<LRESULT> ErrorWindow::on(UINT message, WPARAM word, LPARAM data) {
       return 0;
     case WM_CLOSE:
       events_->closed();
-      ended_ = true;
+      end();
       return 0;
     default:
       return std::nullopt;

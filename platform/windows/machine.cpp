@@ -82,10 +82,8 @@ void Mail::open(const std::string& url) {
 MessageDialog::Answer MessageDialog::show(const std::string& text, Buttons buttons) {
   const UINT kind =
       (buttons == Buttons::ok ? MB_OK : MB_ABORTRETRYIGNORE | MB_ICONERROR) | MB_TASKMODAL | MB_SETFOREGROUND;
-  // No title is given: plain messages carry the project's, as the platform has it for a library; a failure report
-  // takes the platform's default caption.
-  const wchar_t* title = buttons == Buttons::ok ? L"MervaneClass" : nullptr;
-  switch (MessageBoxW(GetActiveWindow(), com::toWide(text).c_str(), title, kind)) {
+  // No title is given: the box takes the platform's default caption.
+  switch (MessageBoxW(GetActiveWindow(), com::toWide(text).c_str(), nullptr, kind)) {
     case IDABORT:
       return Answer::abort;
     case IDRETRY:

@@ -24,11 +24,24 @@ bool isButtonState(OptionKind kind) {
   return kind == OptionKind::check || kind == OptionKind::radio;
 }
 
+/// Design pixels.
+int heightOf(const OptionItem& item) {
+  // Fields need room for their frame at any font size.
+  constexpr int frame = 4;
+  return item.height + (item.kind == OptionKind::spacer ? 0 : frame / 2);
+}
+
 }  // namespace
 
-OptionList::OptionList(HWND parent, const Scale& scale, const platform::OptionItems& items)
-    : parent_(parent), scale_(scale), items_(items), plain_(scale, false), bold_(scale, true) {
-  for (const OptionItem& item : items_) addRow(item);
+OptionList::OptionList(HWND parent, const Scale& scale, const platform::OptionItems& items,
+                       const std::vector<std::string>& marked)
+    : parent_(parent),
+      scale_(scale),
+      items_(items),
+      plain_(scale, false, RUSSIAN_CHARSET),
+      bold_(scale, true, RUSSIAN_CHARSET) {
+  auto nextMarked = marked.begin();
+  for (const OptionItem& item : items_) addRow(item, *nextMarked++);
   refresh();
 }
 
@@ -41,26 +54,29 @@ HWND OptionList::addControl(const wchar_t* className, const std::string& text, D
   return control;
 }
 
-void OptionList::addRow(const OptionItem& item) {
-  Row row{&item};
+void OptionList::addRow(const OptionItem& item, const std::string& marked) {
+  Row row{&item, item.Caption};
   const auto keep = [&](HWND control, Part part) {
     controls_.push_back({control, &item, part});
     return control;
   };
-  constexpr DWORD stop = WS_TABSTOP;
+  // The arrows move within a run of radio items, of which the platform lets Tab stop at the checked one alone.
+  const bool radio = item.kind == OptionKind::radio;
+  const DWORD stop = WS_TABSTOP | (radio && lastWasRadio_ ? 0U : WS_GROUP);
+  if (item.kind != OptionKind::spacer) lastWasRadio_ = radio;
   switch (item.kind) {
     case OptionKind::spacer:
     case OptionKind::choice:
       break;
     case OptionKind::groupHeader:
     case OptionKind::command:
-      row.field = keep(addControl(L"BUTTON", item.Caption, stop | BS_OWNERDRAW, 0, item.bold), Part::main);
+      row.field = keep(addControl(L"BUTTON", marked, stop | BS_OWNERDRAW, 0, item.bold), Part::main);
       break;
     case OptionKind::check:
-      row.field = keep(addControl(L"BUTTON", item.Caption, stop | BS_CHECKBOX, 0, item.bold), Part::main);
+      row.field = keep(addControl(L"BUTTON", marked, stop | BS_CHECKBOX, 0, item.bold), Part::main);
       break;
     case OptionKind::radio:
-      row.field = keep(addControl(L"BUTTON", item.Caption, stop | BS_RADIOBUTTON, 0, item.bold), Part::main);
+      row.field = keep(addControl(L"BUTTON", marked, stop | BS_RADIOBUTTON, 0, item.bold), Part::main);
       break;
     case OptionKind::staticLabel:
       row.field = keep(addControl(L"STATIC", item.Caption, SS_NOTIFY | SS_NOPREFIX, 0, item.bold), Part::main);
@@ -68,8 +84,8 @@ void OptionList::addRow(const OptionItem& item) {
     case OptionKind::edit:
     case OptionKind::editWithBrowse:
     case OptionKind::dropDown:
-      // A field takes its name for screen readers from the caption that stands before it.
-      row.caption = keep(addControl(L"STATIC", item.Caption, SS_NOTIFY | SS_NOPREFIX, 0, item.bold), Part::main);
+      // A field takes its name for screen readers, and its mnemonic, from the caption that stands before it.
+      row.caption = keep(addControl(L"STATIC", marked, SS_NOTIFY, 0, item.bold), Part::main);
       if (item.kind == OptionKind::dropDown) {
         row.field = keep(addControl(L"COMBOBOX", "", stop | CBS_DROPDOWNLIST | WS_VSCROLL, 0, false), Part::main);
         for (const OptionItem& choice : item.SubItems) {
@@ -79,7 +95,9 @@ void OptionList::addRow(const OptionItem& item) {
         row.field = keep(addControl(L"EDIT", "", stop | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, false), Part::main);
       }
       if (item.kind == OptionKind::editWithBrowse) {
-        row.browse = keep(addControl(L"BUTTON", "...", stop | BS_PUSHBUTTON, 0, false), Part::browse);
+        // It shows three dots, which tell nothing when they are read out.
+        const std::string name = "Browse for " + item.Caption.substr(0, item.Caption.find(':'));
+        row.browse = keep(addControl(L"BUTTON", name, stop | BS_OWNERDRAW, 0, false), Part::browse);
       }
       break;
   }
@@ -105,20 +123,17 @@ void OptionList::refresh() {
                                       reinterpret_cast<LPARAM>(caption.c_str()));
       SendMessageW(row.field, CB_SETCURSEL, static_cast<WPARAM>(found), 0);
     } else {
-      setText(row.field, item.Caption);
+      if (row.shown != item.Caption) setText(row.field, item.Caption);
+      row.shown = item.Caption;
       InvalidateRect(row.field, nullptr, TRUE);
     }
   }
 }
 
-int OptionList::heightOf(const OptionItem& item) const {
-  // Fields need room for their frame at any font size.
-  constexpr int frame = 4;
-  return scale_.pixels(item.height + (item.kind == OptionKind::spacer ? 0 : frame / 2));
-}
-
 int OptionList::place(int width, int scrolled) {
-  int y = scale_.pixels(2);
+  // Rows add up in the design's own pixels, so that no rounding adds up with them.
+  constexpr int gap = 2;
+  int below = gap;
   bool open = true;
   const HDWP moving = BeginDeferWindowPos(static_cast<int>(controls_.size()));
   HDWP positions = moving;
@@ -131,8 +146,10 @@ int OptionList::place(int width, int scrolled) {
   for (Row& row : rows_) {
     const OptionItem& item = *row.item;
     if (item.kind == OptionKind::groupHeader) open = true;
+    const int y = scale_.pixels(below);
+    if (open) below += heightOf(item);
     row.top = y;
-    row.height = open ? heightOf(item) : 0;
+    row.height = scale_.pixels(below) - y;
     const int left = edge + scale_.pixels(indentWidth * item.indent);
     const int right = width - edge;
     const bool hasCaption = row.caption != nullptr;
@@ -146,11 +163,10 @@ int OptionList::place(int width, int scrolled) {
         open);
     put(row.field, fieldLeft, y, right - fieldLeft - browse, fieldHeight, open);
     put(row.browse, right - browse, y, browse, row.height, open);
-    y += row.height;
     if (item.kind == OptionKind::groupHeader) open = item.Expanded;
   }
   if (positions != nullptr) EndDeferWindowPos(positions);
-  return y + scale_.pixels(2);
+  return scale_.pixels(below + gap);
 }
 
 OptionList::Control OptionList::controlOf(int id) const {
@@ -166,6 +182,14 @@ HWND OptionList::fieldOf(const std::string& key) const {
   return nullptr;
 }
 
+HWND OptionList::firstEditor() const {
+  for (const Row& row : rows_) {
+    const bool typed = row.item->kind == OptionKind::edit || row.item->kind == OptionKind::editWithBrowse;
+    if (typed && row.height > 0) return row.field;
+  }
+  return nullptr;
+}
+
 RECT OptionList::rowOf(HWND control) const {
   for (const Row& row : rows_) {
     if (control == row.caption || control == row.field || control == row.browse) {
@@ -176,8 +200,10 @@ RECT OptionList::rowOf(HWND control) const {
 }
 
 void OptionList::draw(const DRAWITEMSTRUCT& request) const {
-  const OptionItem* item = controlOf(static_cast<int>(request.CtlID)).item;
+  const Control control = controlOf(static_cast<int>(request.CtlID));
+  const OptionItem* item = control.item;
   if (item == nullptr) return;
+  if (control.part == Part::browse) return drawBrowse(request);
   const bool header = item->kind == OptionKind::groupHeader;
   RECT area = request.rcItem;
   FillRect(request.hDC, &area, GetSysColorBrush(header ? COLOR_BTNFACE : COLOR_WINDOW));
@@ -202,11 +228,30 @@ void OptionList::draw(const DRAWITEMSTRUCT& request) const {
   }
   RECT text = area;
   text.left = picture.right + scale_.pixels(4);
-  DrawTextW(request.hDC, com::toWide(item->Caption).c_str(), -1, &text,
-            DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+  wchar_t caption[128] = {};
+  GetWindowTextW(request.hwndItem, caption, 128);
+  const bool hidden = (request.itemState & ODS_NOACCEL) != 0;
+  DrawTextW(request.hDC, caption, -1, &text, DT_LEFT | DT_VCENTER | DT_SINGLELINE | (hidden ? DT_HIDEPREFIX : 0U));
   SelectObject(request.hDC, before);
   if ((request.itemState & ODS_FOCUS) != 0 && (request.itemState & ODS_NOFOCUSRECT) == 0) {
     InflateRect(&area, -1, -1);
+    DrawFocusRect(request.hDC, &area);
+  }
+}
+
+void OptionList::drawBrowse(const DRAWITEMSTRUCT& request) const {
+  RECT area = request.rcItem;
+  const bool pressed = (request.itemState & ODS_SELECTED) != 0;
+  DrawFrameControl(request.hDC, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0U));
+  RECT text = area;
+  if (pressed) OffsetRect(&text, 1, 1);
+  const HGDIOBJ before = SelectObject(request.hDC, plain_.get());
+  SetBkMode(request.hDC, TRANSPARENT);
+  SetTextColor(request.hDC, GetSysColor(COLOR_BTNTEXT));
+  DrawTextW(request.hDC, L"...", -1, &text, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+  SelectObject(request.hDC, before);
+  if ((request.itemState & ODS_FOCUS) != 0 && (request.itemState & ODS_NOFOCUSRECT) == 0) {
+    InflateRect(&area, -scale_.pixels(3), -scale_.pixels(3));
     DrawFocusRect(request.hDC, &area);
   }
 }

@@ -22,7 +22,9 @@ class OptionList {
     Part part = Part::main;
   };
 
-  OptionList(HWND parent, const Scale& scale, const platform::OptionItems& items);
+  /// @param marked one caption for each item, with its mnemonic.
+  OptionList(HWND parent, const Scale& scale, const platform::OptionItems& items,
+             const std::vector<std::string>& marked);
 
   /// Shows what the items say now. An open editor keeps what the user has typed so far.
   void refresh();
@@ -32,6 +34,8 @@ class OptionList {
   [[nodiscard]] Control controlOf(int id) const;
   /// The field of an item, or null.
   [[nodiscard]] HWND fieldOf(const std::string& key) const;
+  /// The first field that can be seen and typed in, or null.
+  [[nodiscard]] HWND firstEditor() const;
   /// The text that a field shows for its item.
   [[nodiscard]] static std::string shownText(const platform::OptionItem& item);
   /// Top of a control's row within all rows, and its height.
@@ -41,6 +45,7 @@ class OptionList {
  private:
   struct Row {
     const platform::OptionItem* item;
+    std::string shown;  ///< the caption that the controls were last given
     HWND caption = nullptr;
     HWND field = nullptr;
     HWND browse = nullptr;
@@ -48,9 +53,9 @@ class OptionList {
     int height = 0;
   };
 
-  void addRow(const platform::OptionItem& item);
+  void addRow(const platform::OptionItem& item, const std::string& marked);
   HWND addControl(const wchar_t* className, const std::string& text, DWORD style, DWORD extendedStyle, bool bold);
-  [[nodiscard]] int heightOf(const platform::OptionItem& item) const;
+  void drawBrowse(const DRAWITEMSTRUCT& request) const;
 
   HWND parent_;
   const Scale& scale_;
@@ -58,6 +63,7 @@ class OptionList {
   Font plain_;
   Font bold_;
   std::vector<Row> rows_;
+  bool lastWasRadio_ = false;      ///< of the rows added so far
   std::vector<Control> controls_;  ///< by control number less the first one
 };
 

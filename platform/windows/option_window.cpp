@@ -7,11 +7,13 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/com/text.h"
 #include "platform/windows/button_bar.h"
 #include "platform/windows/option_list.h"
 #include "platform/windows/window_tools.h"
+#include "support/mnemonics.h"
 
 namespace mervane::windows {
 namespace {
@@ -26,8 +28,8 @@ using platform::WindowMeasure;
 constexpr wchar_t windowClass[] = L"MervaneOptionWindow";
 constexpr wchar_t listClass[] = L"MervaneOptionList";
 constexpr int firstButton = 100;
-// The first two groups with their items, without scrolling; the designed width.
-constexpr int firstClientWidth = 343;
+// The first two groups with their items, without scrolling, and the longest choice in its field.
+constexpr int firstClientWidth = 376;
 constexpr int firstClientHeight = 420;
 constexpr int barHeight = 36;
 constexpr int buttonHeight = 24;
@@ -36,6 +38,7 @@ constexpr int listMargin = 4;
 /// The window and its list are two windows with one object behind them.
 class OptionWindow final : public platform::OptionWindow {
  public:
+  explicit OptionWindow(const Scale& scale) : scale_(scale) {}
   ~OptionWindow() override {
     if (window_ != nullptr) DestroyWindow(window_);
   }
@@ -44,7 +47,7 @@ class OptionWindow final : public platform::OptionWindow {
             OptionWindowEvents& events) override;
   void itemsChanged() override;
   void show() override;
-  void hide() override { ended_ = true; }
+  void hide() override { end(); }
   [[nodiscard]] float measure(WindowMeasure which) const override;
   void setMeasure(WindowMeasure which, float twips) override;
   [[nodiscard]] float listWidth() const override;
@@ -64,6 +67,11 @@ class OptionWindow final : public platform::OptionWindow {
   void command(int id, int notification);
   void listCommand(int id, int notification);
   void pressButton(const std::string& key);
+  /// Ends the showing. A message that was sent, not posted, does not end the wait for the next one, so one is posted.
+  void end() {
+    ended_ = true;
+    PostMessageW(window_, WM_NULL, 0, 0);
+  }
   bool finishEditor();
   bool finishEditor(HWND field, const OptionItem& item);
   void revertOrClose();
@@ -123,10 +131,19 @@ void OptionWindow::load(const std::string& caption, const OptionItems& options, 
                                 WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0, 0, 0, window_, nullptr,
                                 thisModule(), this);
   if (window_ == nullptr || listWindow_ == nullptr) raise(runtime::outOfMemory);
-  list_ = std::make_unique<OptionList>(listWindow_, scale_, options);
-  bold_ = std::make_unique<Font>(scale_, true);
+  // The buttons choose their letters first.
+  std::vector<std::string> captions;
+  for (const OptionItem& button : buttons) captions.push_back(button.Caption);
+  for (const OptionItem& option : options) {
+    captions.push_back(option.kind == OptionKind::staticLabel ? std::string() : option.Caption);
+  }
+  const std::vector<std::string> marked = withMnemonics(captions, '&');
+  const auto firstOption = marked.begin() + buttons.Count();
+  list_ =
+      std::make_unique<OptionList>(listWindow_, scale_, options, std::vector<std::string>(firstOption, marked.end()));
+  bold_ = std::make_unique<Font>(scale_, true, RUSSIAN_CHARSET);
   bar_ = std::make_unique<ButtonBar>(window_, scale_, firstButton);
-  bar_->fill(buttons, bold_->get());
+  bar_->fill(buttons, {marked.begin(), firstOption}, bold_->get());
   layOut();
 }
 
@@ -143,7 +160,8 @@ void OptionWindow::show() {
   }
   ModalShowing showing(window_);
   updateFocusCues();
-  SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
+  const HWND first = list_->firstEditor();
+  SetFocus(first != nullptr ? first : GetNextDlgTabItem(window_, nullptr, FALSE));
   showing.run(ended_);
 }
 
@@ -215,6 +233,10 @@ void OptionWindow::layOutList() {
   range.nPage = static_cast<UINT>(std::max(client.bottom, 0L));
   range.nPos = scrolled_;
   SetScrollInfo(listWindow_, SB_VERT, &range, TRUE);
+  // The bar takes its width from the rows where it comes up, and gives it back where it goes.
+  RECT left{};
+  GetClientRect(listWindow_, &left);
+  if (left.right != client.right) list_->place(left.right, scrolled_);
   const int last = std::max(height - static_cast<int>(client.bottom), 0);
   if (scrolled_ > last) scrollTo(last);
 }
@@ -288,16 +310,19 @@ std::optional<LRESULT> OptionWindow::onWindow(UINT message, WPARAM word, LPARAM 
     case WM_MOUSEWHEEL:
       scrollTo(scrolled_ - MulDiv(GET_WHEEL_DELTA_WPARAM(word), scale_.pixels(63), WHEEL_DELTA));
       return 0;
+    case WM_NEXTDLGCTL:
+      moveFocus(window_, word, data);
+      return 0;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
     case WM_CLOSE:
       finishEditor();
-      if (events_->closeRequested(UnloadMode::userRequest)) ended_ = true;
+      if (events_->closeRequested(UnloadMode::userRequest)) end();
       return 0;
     case WM_QUERYENDSESSION:
       return TRUE;
     case WM_ENDSESSION:
-      if (word != FALSE && events_->closeRequested(UnloadMode::sessionEnd)) ended_ = true;
+      if (word != FALSE && events_->closeRequested(UnloadMode::sessionEnd)) end();
       return 0;
     default:
       return std::nullopt;
@@ -423,7 +448,11 @@ bool OptionWindow::finishEditor(HWND field, const OptionItem& item) {
 }  // namespace
 
 std::unique_ptr<platform::OptionWindow> createOptionWindow() {
-  return std::make_unique<OptionWindow>();
+  return std::make_unique<OptionWindow>(Scale());
+}
+
+std::unique_ptr<platform::OptionWindow> createOptionWindowFor(int pixelsPerInch) {
+  return std::make_unique<OptionWindow>(Scale(pixelsPerInch));
 }
 
 }  // namespace mervane::windows

@@ -26,12 +26,12 @@ int Scale::fromTwips(float twips) const {
   return static_cast<int>(std::floor(pixels + 0.5));
 }
 
-Font::Font(const Scale& scale, bool bold) {
+Font::Font(const Scale& scale, bool bold, BYTE characterSet) {
   LOGFONTW described{};
   // 8.25 points are 11 pixels at 96 pixels an inch; a negative height asks for the characters' own.
   described.lfHeight = -scale.pixels(11);
   described.lfWeight = bold ? FW_BOLD : FW_NORMAL;
-  described.lfCharSet = DEFAULT_CHARSET;
+  described.lfCharSet = characterSet;
   described.lfQuality = CLEARTYPE_QUALITY;
   const std::wstring face = L"Tahoma";
   face.copy(described.lfFaceName, LF_FACESIZE - 1);
@@ -87,6 +87,15 @@ void ModalShowing::run(const bool& ended) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+}
+
+void moveFocus(HWND window, WPARAM word, LPARAM data) {
+  const bool named = LOWORD(data) != 0;
+  const HWND control =
+      named ? reinterpret_cast<HWND>(word) : GetNextDlgTabItem(window, GetFocus(), word != 0 ? TRUE : FALSE);
+  if (control == nullptr) return;
+  SetFocus(control);
+  if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0) SendMessageW(control, EM_SETSEL, 0, -1);
 }
 
 std::string textOf(HWND control) {

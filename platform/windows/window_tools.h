@@ -10,7 +10,9 @@ namespace mervane::windows {
 /// Sizes of the screen that a window stands on. A twip is 1/1440 inch; designs are drawn at 96 pixels an inch.
 class Scale {
  public:
+  /// That of the screen.
   Scale();
+  explicit Scale(int pixelsPerInch) : dpi_(pixelsPerInch) {}
   [[nodiscard]] int pixels(int designPixels) const { return MulDiv(designPixels, dpi_, 96); }
   [[nodiscard]] float twips(int pixels) const {
     return static_cast<float>(pixels) * 1440.0F / static_cast<float>(dpi_);
@@ -24,7 +26,7 @@ class Scale {
 /// Tahoma 8.25 in the screen's resolution; the object owns the font.
 class Font {
  public:
-  Font(const Scale& scale, bool bold);
+  Font(const Scale& scale, bool bold, BYTE characterSet = DEFAULT_CHARSET);
   ~Font() { DeleteObject(font_); }
   Font(const Font&) = delete;
   Font& operator=(const Font&) = delete;
@@ -52,6 +54,10 @@ class ModalShowing {
   HWND window_;
   HWND owner_;
 };
+
+/// Answers WM_NEXTDLGCTL, by which the platform asks for the keyboard to go on: to the control named, or to the next or
+/// the last tab stop. A field that it comes to is selected.
+void moveFocus(HWND window, WPARAM word, LPARAM data);
 
 [[nodiscard]] std::string textOf(HWND control);
 void setText(HWND control, const std::string& text);

@@ -28,6 +28,12 @@ sheet::ObjectRef hostObject(IDispatch* dispatch) {
   return std::make_shared<automation::AutomationObject>(dispatch);
 }
 
+/// Whether a value holds an array, itself or where it refers to.
+bool holdsArray(const VARIANT& value) {
+  if (value.vt == (VT_BYREF | VT_VARIANT)) return value.pvarVal != nullptr && holdsArray(*value.pvarVal);
+  return (value.vt & VT_ARRAY) != 0;
+}
+
 /// Fills an out argument by a function; a null pointer is the caller's mistake.
 template <class Result, class Body>
 HRESULT answer(Result* result, Body&& body) {
@@ -149,13 +155,20 @@ HRESULT ClassifierServer::get_ExcelApplication(_Application** value) {
     const sheet::ObjectRef object = classifier_->ExcelApplication();
     const auto* foreign = dynamic_cast<const automation::AutomationObject*>(object.get());
     if (foreign == nullptr || foreign->dispatch() == nullptr) return nullptr;
+    // The application's own slots, where it has some: its dispatch part may be another object's face.
+    ComPtr<_Application> slots;
+    if (SUCCEEDED(foreign->dispatch()->QueryInterface(applicationInterfaceId,
+                                                      reinterpret_cast<void**>(slots.GetAddressOf())))) {
+      return slots.Detach();
+    }
     foreign->dispatch()->AddRef();
     return static_cast<_Application*>(foreign->dispatch());
   });
 }
 
 HRESULT ClassifierServer::put_Inputs(VARIANT value) {
-  return guarded([&] { classifier_->Inputs(automation::fromAutomation(value)); });
+  // What is no array is refused as such, also where the system has no counterpart of it.
+  return guarded([&] { classifier_->Inputs(holdsArray(value) ? automation::fromAutomation(value) : Variant()); });
 }
 
 HRESULT ClassifierServer::get_Inputs(VARIANT* value) {
@@ -247,6 +260,8 @@ HRESULT ClassifierServer::StopLearning() {
 }
 
 HRESULT ClassifierServer::Run() {
+  // A sink may give the client's last reference back.
+  const ComPtr<_Classifier3> alive(this);
   return guarded([&] { classifier_->Run(); });
 }
 
@@ -266,6 +281,8 @@ HRESULT ClassifierServer::ScaleValue(double value, double minSrcRangeValue, doub
 }
 
 HRESULT ClassifierServer::ShowMainForm(BSTR* result) {
+  // So may whatever runs while the dialog is up.
+  const ComPtr<_Classifier3> alive(this);
   return answer(result, [&] { return com::newBstr(classifier_->ShowMainForm()); });
 }
 

@@ -5,6 +5,7 @@
 #include "platform/windows/windows_services.h"
 #include "support/globals.h"
 #include "support/server/foreign_engine.h"
+#include "support/server/module.h"
 
 namespace mervane::server {
 namespace {
@@ -21,7 +22,9 @@ void furnishThread() {
 std::shared_ptr<Classifier3> composeClassifier() {
   furnishThread();
   Classifier3::Environment environment;
-  environment.createEngine = [] {
+  // The component lives longer than what clients hold of it where a host does not break the circle of component and
+  // dialog. The library must not go before it; the component keeps its environment to its end.
+  environment.createEngine = [lock = std::make_shared<ModuleLock>()] {
     std::shared_ptr<NetworkEngine> registered = createForeignEngine();
     return registered != nullptr ? registered : createNetworkEngine();
   };

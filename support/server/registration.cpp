@@ -94,13 +94,15 @@ HRESULT registerClass(const RegisteredClass& entry) {
 
 HRESULT unregisterClass(const RegisteredClass& entry) {
   if (entry.hasTypeLibrary) unregisterLibrary();
+  bool gone = true;
   for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
     for (const std::wstring& path : {std::wstring(entry.name), L"CLSID\\" + textOf(entry.id)}) {
       const LSTATUS status = RegDeleteTreeW(root, (classesPath + path).c_str());
       if (status == ERROR_SUCCESS) RegDeleteKeyW(root, (classesPath + path).c_str());
+      gone = gone && (status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND);
     }
   }
-  return S_OK;
+  return gone ? S_OK : SELFREG_E_CLASS;
 }
 
 }  // namespace mervane::server

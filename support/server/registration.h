@@ -15,7 +15,8 @@ struct RegisteredClass {
 /// Writes the class, its name, this library's path with apartment threading and, where there is one, the type library
 /// with its interfaces: for the whole machine where the process may, for the present user otherwise.
 HRESULT registerClass(const RegisteredClass& entry);
-/// Removes what registerClass wrote, in both places; what is not there is no failure.
+/// Removes what registerClass wrote, in both places. What is not there is no failure; what cannot be removed is one,
+/// told once everything else is gone.
 HRESULT unregisterClass(const RegisteredClass& entry);
 
 }  // namespace mervane::server

@@ -1,0 +1,38 @@
+#include "support/server/class_factory.h"
+#include "support/server/engine_server.h"
+#include "support/server/module.h"
+#include "support/server/registration.h"
+#include "support/server/server_ids.h"
+
+// The four exports of the engine's own server.
+
+using namespace mervane::server;  // NOLINT(google-build-using-namespace): the exports stand in no namespace.
+
+namespace {
+
+const RegisteredClass engine{engineClassId, L"MervaneEngine.NetworkEngine", L"Mervane network engine", false};
+
+}  // namespace
+
+extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID requested, REFIID interfaceId, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (requested != engineClassId) return CLASS_E_CLASSNOTAVAILABLE;
+  auto* factory = new (std::nothrow) ClassFactory(&EngineServer::create);
+  if (factory == nullptr) return E_OUTOFMEMORY;
+  const HRESULT result = factory->QueryInterface(interfaceId, object);
+  factory->Release();
+  return result;
+}
+
+extern "C" HRESULT WINAPI DllCanUnloadNow() {
+  return ModuleLock::anyAlive() ? S_FALSE : S_OK;
+}
+
+extern "C" HRESULT WINAPI DllRegisterServer() {
+  return registerClass(engine);
+}
+
+extern "C" HRESULT WINAPI DllUnregisterServer() {
+  return unregisterClass(engine);
+}

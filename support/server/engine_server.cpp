@@ -1,0 +1,160 @@
+#include "support/server/engine_server.h"
+
+#include <span>
+#include <vector>
+
+#include "engine/create_network_engine.h"
+#include "mervane/runtime_errors.h"
+#include "support/server/guarded.h"
+#include "support/server/server_ids.h"
+
+namespace mervane::server {
+namespace {
+
+template <class Body>
+HRESULT guarded(Body&& body) {
+  return server::guarded(engineInterfaceId, std::forward<Body>(body));
+}
+
+template <class Body>
+HRESULT answer(LONG* result, Body&& body) {
+  if (result == nullptr) return E_POINTER;
+  return guarded([&] { *result = body(); });
+}
+
+/// Direct sight of the elements of a one-dimensional array while it lives.
+template <class Element>
+class ArrayView {
+ public:
+  ArrayView(SAFEARRAY** array, VARTYPE type) : array_(array == nullptr ? nullptr : *array) {
+    VARTYPE found = VT_EMPTY;
+    if (array_ == nullptr || SafeArrayGetDim(array_) != 1 || FAILED(SafeArrayGetVartype(array_, &found)) ||
+        found != type || FAILED(SafeArrayAccessData(array_, &data_))) {
+      raise(runtime::typeMismatch);
+    }
+  }
+  ~ArrayView() { SafeArrayUnaccessData(array_); }
+  ArrayView(const ArrayView&) = delete;
+  ArrayView& operator=(const ArrayView&) = delete;
+  [[nodiscard]] std::span<const Element> elements() const {
+    return {static_cast<const Element*>(data_), array_->rgsabound[0].cElements};
+  }
+
+ private:
+  SAFEARRAY* array_;
+  void* data_ = nullptr;
+};
+
+}  // namespace
+
+HRESULT EngineServer::create(REFIID interfaceId, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  EngineServer* made = nullptr;
+  HRESULT result = guarded([&] { made = new EngineServer(createNetworkEngine()); });
+  if (FAILED(result)) return result;
+  result = made->QueryInterface(interfaceId, object);
+  made->Release();
+  return result;
+}
+
+HRESULT EngineServer::QueryInterface(REFIID interfaceId, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (interfaceId == IID_IUnknown || interfaceId == engineInterfaceId) {
+    *object = static_cast<INetworkEngine*>(this);
+  } else if (interfaceId == IID_ISupportErrorInfo) {
+    *object = static_cast<ISupportErrorInfo*>(this);
+  } else {
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  return S_OK;
+}
+
+ULONG EngineServer::AddRef() {
+  return ++references_;
+}
+
+ULONG EngineServer::Release() {
+  const ULONG left = --references_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT EngineServer::Create(LONG layerCount, LONG inputCount, SAFEARRAY** neuronCounts, double initialWeights,
+                             LONG activationFunction) {
+  return guarded([&] {
+    const ArrayView<LONG> given(neuronCounts, VT_I4);
+    const std::vector<std::int32_t> counts(given.elements().begin(), given.elements().end());
+    engine_->Create(static_cast<std::int32_t>(layerCount), static_cast<std::int32_t>(inputCount), counts,
+                    initialWeights, static_cast<std::int32_t>(activationFunction));
+  });
+}
+
+HRESULT EngineServer::GetWeightRows(LONG* rows) {
+  return answer(rows, [&] { return engine_->GetWeightRows(); });
+}
+
+HRESULT EngineServer::GetWeightColumns(LONG* columns) {
+  return answer(columns, [&] { return engine_->GetWeightColumns(); });
+}
+
+HRESULT EngineServer::InitConvexWeights() {
+  return guarded([&] { engine_->InitConvexWeights(); });
+}
+
+HRESULT EngineServer::FinishWeightSetup() {
+  return guarded([&] { engine_->FinishWeightSetup(); });
+}
+
+HRESULT EngineServer::SetLearningRate(double rate) {
+  return guarded([&] { engine_->SetLearningRate(rate); });
+}
+
+HRESULT EngineServer::SetRadius(LONG radius) {
+  return guarded([&] { engine_->SetRadius(static_cast<std::int32_t>(radius)); });
+}
+
+HRESULT EngineServer::SetWeight(double value, LONG layer, LONG first, LONG second, LONG* result) {
+  return answer(result, [&] {
+    return engine_->SetWeight(value, static_cast<std::int32_t>(layer), static_cast<std::int32_t>(first),
+                              static_cast<std::int32_t>(second));
+  });
+}
+
+HRESULT EngineServer::SetInputs(SAFEARRAY** sample) {
+  return guarded([&] {
+    const ArrayView<double> values(sample, VT_R8);
+    engine_->SetInputs(values.elements());
+  });
+}
+
+HRESULT EngineServer::SetConvexInputs(SAFEARRAY** sample, double convexFactor, LONG layer) {
+  return guarded([&] {
+    const ArrayView<double> values(sample, VT_R8);
+    engine_->SetConvexInputs(values.elements(), convexFactor, static_cast<std::int32_t>(layer));
+  });
+}
+
+HRESULT EngineServer::Propagate() {
+  return guarded([&] { engine_->Propagate(); });
+}
+
+HRESULT EngineServer::GetWinner(LONG* winner) {
+  return answer(winner, [&] { return engine_->GetWinner(); });
+}
+
+HRESULT EngineServer::AdjustWeights() {
+  return guarded([&] { engine_->AdjustWeights(); });
+}
+
+HRESULT EngineServer::DestroyNetwork() {
+  return guarded([&] { engine_->DestroyNetwork(); });
+}
+
+HRESULT EngineServer::InterfaceSupportsErrorInfo(REFIID interfaceId) {
+  return interfaceId == engineInterfaceId ? S_OK : S_FALSE;
+}
+
+}  // namespace mervane::server
