@@ -1,0 +1,239 @@
+#include "calc/clusterize_session.h"
+
+#include <com/sun/star/awt/AsyncCallback.hpp>
+#include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/util/CloseVetoException.hpp>
+#include <com/sun/star/util/XCloseBroadcaster.hpp>
+
+#include "calc/border.h"
+#include "calc/references.h"
+#include "calc/run_watch.h"
+#include "calc/silent_run.h"
+#include "calc/window/dialog_closer.h"
+#include "engine/create_network_engine.h"
+#include "hosts/calc/calc_host.h"
+#include "mervane/classifier3.h"
+#include "support/globals.h"
+
+namespace mervane::addin {
+
+namespace {
+
+/// The session that is on, on the main thread alone; it keeps itself alive by being a listener of its document.
+ClusterizeSession* running = nullptr;
+
+constexpr const char* messageTitle = "Mervane";
+constexpr const char* inputsTitle = "Mervane: pick the numbers to cluster";
+constexpr const char* outputsTitle = "Mervane: pick the first cell of the results";
+
+star::beans::PropertyValue argument(const char* name, const uno::Any& value) {
+  star::beans::PropertyValue property;
+  property.Name = rtl::OUString::createFromAscii(name);
+  property.Value = value;
+  return property;
+}
+
+}  // namespace
+
+void ClusterizeSession::start(const Office& office, const uno::Reference<star::frame::XFrame>& frame,
+                              const Request& request, Finished finished) {
+  if (running != nullptr) {
+    finished({.done = false, .message = "A clustering is already open. Finish it or close its dialog first."});
+    return;
+  }
+  const rtl::Reference<ClusterizeSession> session(new ClusterizeSession(office, frame, request, std::move(finished)));
+  running = session.get();
+  session->guarded([&] {
+    session->open();
+    session->showUntilPick();
+  });
+}
+
+ClusterizeSession::ClusterizeSession(const Office& office, const uno::Reference<star::frame::XFrame>& frame,
+                                     const Request& request, Finished finished)
+    : office_(office),
+      frame_(frame),
+      request_(request),
+      finished_(std::move(finished)),
+      closer_(std::make_shared<DialogCloser>()) {}
+
+ClusterizeSession::~ClusterizeSession() = default;
+
+/// Whatever goes wrong ends the session with a message, and never the office.
+void ClusterizeSession::guarded(const std::function<void()>& work) {
+  const rtl::Reference<ClusterizeSession> self(this);
+  std::string trouble;
+  atBorder([&] {
+    try {
+      work();
+    } catch (const Failure& failure) {
+      trouble = failure.description();
+      throw;
+    } catch (const uno::Exception& refusal) {
+      trouble = fromOffice(refusal.Message);
+      if (trouble.empty()) trouble = "LibreOffice refused a step without saying why.";
+      throw;
+    } catch (const std::exception& problem) {
+      trouble = problem.what();
+      throw;
+    }
+  });
+  if (trouble.empty()) return;
+  if (!request_.silent && !closer_->isClosed()) {
+    atBorder([&] { showMessage(desk(), messageTitle, trouble); });
+  }
+  finish({.done = false, .message = trouble});
+}
+
+OfficeDesk ClusterizeSession::desk() {
+  OfficeDesk desk;
+  desk.office = office_;
+  desk.parent.set(frame_->getContainerWindow(), uno::UNO_QUERY);
+  desk.runBegins = [this] {
+    hasRun_ = true;
+    if (watch_) watch_->begin();
+  };
+  desk.closer = closer_;
+  return desk;
+}
+
+void ClusterizeSession::open() {
+  const uno::Reference<star::frame::XController> controller(frame_->getController(), uno::UNO_SET_THROW);
+  document_.set(controller->getModel(), uno::UNO_SET_THROW);
+  const uno::Reference<star::util::XCloseBroadcaster> broadcaster(document_, uno::UNO_QUERY_THROW);
+  broadcaster->addCloseListener(this);
+  services_ = officeServices(desk());
+  if (request_.silent) makeSilent(*services_, request_.options, report_);
+  globals::platform(services_);
+  host_ = std::make_unique<calc::CalcHost>(office_.context, document_);
+  classifier_ = Classifier3::create({.createEngine = createNetworkEngine});
+  classifier_->ExcelApplication(host_->application());
+  watch_ = std::make_unique<RunWatch>(office_, frame_, document_, *classifier_);
+  if (request_.silent) return;
+  const auto proposal = proposeFromSelection(document_);
+  if (!proposal) return;
+  classifier_->CellInputs(proposal->inputs);
+  if (!proposal->outputs.empty()) classifier_->CellOutputs(proposal->outputs);
+}
+
+/// The host's loop, as far as it goes without the user's picking a range.
+void ClusterizeSession::showUntilPick() {
+  for (;;) {
+    report_.clear();
+    const std::string answer = showOnce();
+    if (closer_->isClosed()) return finish({.done = false, .message = "The document was closed."});
+    if (answer == "INPUTS" || answer == "OUTPUTS") return beginPick(answer);
+    if (answer == "INVALIDDATA" && !request_.silent) continue;
+    const bool done = hasRun_ && report_.empty() && answer == "CLOSE";
+    return finish({.done = done, .message = report_});
+  }
+}
+
+std::string ClusterizeSession::showOnce() {
+  hasRun_ = false;
+  struct Ending {
+    ClusterizeSession& session;
+    ~Ending() {
+      if (session.watch_) atBorder([&] { session.watch_->end({}); });
+    }
+  };
+  const Ending ending{*this};
+  const std::string answer = classifier_->ShowMainForm();
+  watch_->end([&] { host_->flush(); });
+  return answer;
+}
+
+// --- Picking ------------------------------------------------------------------------------------------------------
+
+void ClusterizeSession::beginPick(const std::string& what) {
+  const bool inputs = what == "INPUTS";
+  const std::string text = inputs ? classifier_->CellInputs() : classifier_->CellOutputs();
+  const auto range = rangeOf(document_, text);
+  picking_ = what;
+  picker_.set(frame_->getController(), uno::UNO_QUERY_THROW);
+  uno::Sequence<star::beans::PropertyValue> arguments(4);
+  arguments[0] = argument("InitialValue", uno::Any(toOffice(range ? pickerText(document_, *range) : std::string())));
+  arguments[1] = argument("Title", uno::Any(toOffice(inputs ? inputsTitle : outputsTitle)));
+  arguments[2] = argument("CloseOnMouseRelease", uno::Any(true));
+  arguments[3] = argument("SingleCellMode", uno::Any(!inputs));
+  picker_->addRangeSelectionListener(this);
+  picker_->startRangeSelection(arguments);
+}
+
+void ClusterizeSession::done(const star::sheet::RangeSelectionEvent& event) {
+  // The picker is still on the stack; the dialog comes back when it has gone.
+  atBorder([&] { later(uno::Any(event.RangeDescriptor)); });
+}
+
+void ClusterizeSession::aborted(const star::sheet::RangeSelectionEvent&) {
+  atBorder([&] { later({}); });
+}
+
+void ClusterizeSession::later(const uno::Any& data) {
+  star::awt::AsyncCallback::create(office_.context)->addCallback(this, data);
+}
+
+void ClusterizeSession::notify(const uno::Any& data) {
+  if (picking_.empty() || running != this) return;
+  guarded([&] {
+    const bool inputs = picking_ == "INPUTS";
+    endPick();
+    if (closer_->isClosed()) return finish({.done = false, .message = "The document was closed."});
+    rtl::OUString text;
+    if (data >>= text) {
+      const std::string picked = fromOffice(text);
+      const auto range = rangeOf(document_, picked);
+      const std::string reference = range ? referenceText(document_, *range) : picked;
+      if (inputs) classifier_->CellInputs(reference);
+      if (!inputs) classifier_->CellOutputs(reference);
+    }
+    showUntilPick();
+  });
+}
+
+void ClusterizeSession::endPick() {
+  picking_.clear();
+  if (picker_.is()) picker_->removeRangeSelectionListener(this);
+  picker_.clear();
+}
+
+// --- The end ------------------------------------------------------------------------------------------------------
+
+void ClusterizeSession::queryClosing(const star::lang::EventObject&, sal_Bool) {
+  if (watch_ && watch_->isRunning()) {
+    throw star::util::CloseVetoException("Mervane is clustering in this document.",
+                                         static_cast<cppu::OWeakObject*>(this));
+  }
+}
+
+/// May come on any thread. A shown dialog ends its showing on its own thread; a session that waits for a picked range
+/// has nobody to do so and is called.
+void ClusterizeSession::notifyClosing(const star::lang::EventObject&) {
+  atBorder([&] {
+    closer_->close();
+    if (!picking_.empty()) later({});
+  });
+}
+
+void ClusterizeSession::disposing(const star::lang::EventObject&) {}
+
+void ClusterizeSession::finish(const Outcome& outcome) {
+  if (running != this) return;
+  const rtl::Reference<ClusterizeSession> self(this);
+  running = nullptr;
+  atBorder([&] { endPick(); });
+  watch_.reset();
+  if (classifier_) atBorder([&] { classifier_->UnloadfrmMain(); });
+  classifier_.reset();
+  host_.reset();
+  // Nothing of the office may be held by the thread's module data when the office goes.
+  globals::release();
+  services_.reset();
+  atBorder([&] {
+    const uno::Reference<star::util::XCloseBroadcaster> broadcaster(document_, uno::UNO_QUERY);
+    if (broadcaster.is()) broadcaster->removeCloseListener(this);
+  });
+  if (finished_) atBorder([&] { finished_(outcome); });
+}
+
+}  // namespace mervane::addin

@@ -1,0 +1,132 @@
+#include "calc/office_services.h"
+
+#include <dlfcn.h>
+
+#include <com/sun/star/awt/MessageBoxButtons.hpp>
+#include <com/sun/star/awt/MessageBoxResults.hpp>
+#include <com/sun/star/awt/MessageBoxType.hpp>
+#include <com/sun/star/awt/XMessageBoxFactory.hpp>
+#include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <optional>
+
+#include "calc/border.h"
+#include "calc/window/error_window.h"
+#include "calc/window/option_window.h"
+#include "mervane/failure.h"
+#include "mervane/runtime_errors.h"
+#include "platform/posix/environment.h"
+#include "platform/posix/services.h"
+
+namespace mervane::addin {
+
+namespace {
+
+sal_Int16 execute(const OfficeDesk& desk, awt::MessageBoxType type, sal_Int32 buttons, const std::string& title,
+                  const std::string& text) {
+  const auto factory = desk.office.create<awt::XMessageBoxFactory>("com.sun.star.awt.Toolkit");
+  const uno::Reference<awt::XMessageBox> box(
+      factory->createMessageBox(desk.parent, type, buttons, toOffice(title), toOffice(text)), uno::UNO_SET_THROW);
+  return box->execute();
+}
+
+class OfficeMessageBox final : public platform::MessageBox {
+ public:
+  explicit OfficeMessageBox(OfficeDesk desk) : desk_(std::move(desk)) {}
+
+  Answer show(const std::string& text, Buttons buttons) override {
+    try {
+      if (buttons == Buttons::ok) {
+        execute(desk_, awt::MessageBoxType_WARNINGBOX, awt::MessageBoxButtons::BUTTONS_OK, {}, text);
+        return Answer::ok;
+      }
+      switch (
+          execute(desk_, awt::MessageBoxType_ERRORBOX, awt::MessageBoxButtons::BUTTONS_ABORT_IGNORE_RETRY, {}, text)) {
+        case awt::MessageBoxResults::RETRY:
+          return Answer::retry;
+        case awt::MessageBoxResults::IGNORE:
+          return Answer::ignore;
+        default:
+          return Answer::abort;  // The office does not tell a closed box from this button.
+      }
+    } catch (const uno::Exception& refusal) {
+      throw Failure(runtime::applicationDefined.number, fromOffice(refusal.Message));
+    }
+  }
+
+ private:
+  OfficeDesk desk_;
+};
+
+class OfficeScreen final : public platform::Screen {
+ public:
+  explicit OfficeScreen(std::function<void()> runBegins) : runBegins_(std::move(runBegins)) {}
+
+  void pointer(std::int32_t shape) override {
+    if (shape == pointerHourglass && runBegins_) runBegins_();
+  }
+
+  /// The office has no beep among its interfaces. Where it draws by GTK, that toolkit is in the process already.
+  void beep() override {
+    using Display = void* (*)();
+    using Beep = void (*)(void*);
+    const auto display = reinterpret_cast<Display>(dlsym(RTLD_DEFAULT, "gdk_display_get_default"));
+    const auto ring = reinterpret_cast<Beep>(dlsym(RTLD_DEFAULT, "gdk_display_beep"));
+    if (display == nullptr || ring == nullptr) return;
+    if (void* const screen = display()) ring(screen);
+  }
+
+ private:
+  std::function<void()> runBegins_;
+};
+
+/// The office's own regional settings, such as "de-DE"; empty where it follows the machine's.
+std::string officeLocale(const Office& office) {
+  std::string name;
+  atBorder([&] {
+    const auto provider =
+        office.create<star::lang::XMultiServiceFactory>("com.sun.star.configuration.ConfigurationProvider");
+    star::beans::PropertyValue path;
+    path.Name = "nodepath";
+    path.Value <<= rtl::OUString("/org.openoffice.Setup/L10N");
+    uno::Sequence<uno::Any> arguments(1);
+    arguments[0] <<= path;
+    const uno::Reference<star::container::XNameAccess> settings(
+        provider->createInstanceWithArguments("com.sun.star.configuration.ConfigurationAccess", arguments),
+        uno::UNO_QUERY_THROW);
+    rtl::OUString locale;
+    settings->getByName("ooSetupSystemLocale") >>= locale;
+    name = fromOffice(locale);
+  });
+  return name;
+}
+
+posix::Environment environmentOf(const Office& office) {
+  std::string locale = officeLocale(office);
+  for (char& character : locale) {
+    if (character == '-') character = '_';
+  }
+  return [locale, process = posix::processEnvironment()](const char* name) -> std::optional<std::string> {
+    const std::string asked(name);
+    if (!locale.empty() && asked == "LC_ALL") return locale + ".UTF-8";
+    return process(name);
+  };
+}
+
+}  // namespace
+
+void showMessage(const OfficeDesk& desk, const std::string& title, const std::string& text) {
+  execute(desk, awt::MessageBoxType_ERRORBOX, awt::MessageBoxButtons::BUTTONS_OK, title, text);
+}
+
+std::shared_ptr<platform::Services> officeServices(const OfficeDesk& desk) {
+  auto services = std::make_shared<platform::Services>(posix::makePosixServices(environmentOf(desk.office)));
+  services->messageBox = std::make_shared<OfficeMessageBox>(desk);
+  services->screen = std::make_shared<OfficeScreen>(desk.runBegins);
+  services->createOptionWindow = [desk] { return createOptionWindow(desk.office, desk.parent, desk.closer); };
+  services->createErrorWindow = [desk] { return createErrorWindow(desk.office, desk.parent, desk.closer); };
+  return services;
+}
+
+}  // namespace mervane::addin

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/table/CellRangeAddress.hpp>
+#include <optional>
+#include <string>
+
+#include "calc/office.h"
+
+namespace mervane::addin {
+
+/// A reference text as the component reads it, such as Sheet1!B2:E151 or 'My data'!B2; in R1C1 notation where the
+/// document is set to that.
+[[nodiscard]] std::string referenceText(const uno::Reference<star::frame::XModel>& document,
+                                        const star::table::CellRangeAddress& range);
+
+/// The range that a text of the office's range picker, or of the dialog, names; empty where it names none.
+[[nodiscard]] std::optional<star::table::CellRangeAddress> rangeOf(const uno::Reference<star::frame::XModel>& document,
+                                                                   const std::string& text);
+/// The range as the office's range picker writes it.
+[[nodiscard]] std::string pickerText(const uno::Reference<star::frame::XModel>& document,
+                                     const star::table::CellRangeAddress& range);
+
+/// What the selection proposes to be clustered: the selected range, or for one cell the block of numbers around it.
+struct Proposal {
+  std::string inputs;
+  std::string outputs;
+};
+/// Empty where the selection has no numbers.
+[[nodiscard]] std::optional<Proposal> proposeFromSelection(const uno::Reference<star::frame::XModel>& document);
+
+}  // namespace mervane::addin

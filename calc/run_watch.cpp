@@ -1,0 +1,166 @@
+#include "calc/run_watch.h"
+
+#include <chrono>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/XToolkitExperimental.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/task/XStatusIndicatorFactory.hpp>
+#include <optional>
+#include <set>
+
+#include "calc/border.h"
+#include "calc/references.h"
+#include "calc/undo_step.h"
+#include "calc/window/window_listener.h"
+#include "mervane/classifier3.h"
+
+namespace mervane::addin {
+
+namespace {
+
+constexpr const char* undoTitle = "Clusterize";
+constexpr std::chrono::milliseconds betweenLooks{100};
+
+}  // namespace
+
+class RunWatch::Work {
+ public:
+  Work(Office office, uno::Reference<star::frame::XFrame> frame, uno::Reference<star::frame::XModel> document,
+       Classifier3& classifier)
+      : office_(std::move(office)),
+        frame_(std::move(frame)),
+        document_(std::move(document)),
+        classifier_(classifier),
+        keys_(new WindowListener({.resized = {}, .activated = {}, .key = [this](int key) { return pressed(key); }})),
+        sink_(classifier.addNextEpochSink([this](std::int32_t& epoch, double&, std::int32_t&) { epochDone(epoch); })) {}
+  ~Work() {
+    keys_->detach();
+    classifier_.removeNextEpochSink(sink_);
+    end({});
+  }
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+
+  void begin();
+  void end(const std::function<void()>& writeAll);
+  [[nodiscard]] bool isRunning() const { return running_; }
+  [[nodiscard]] bool wasStopped() const { return stopped_; }
+
+ private:
+  void epochDone(std::int32_t epoch);
+  void look(std::int32_t epoch);
+  bool pressed(int key);
+  void lockWindow(bool locked);
+
+  Office office_;
+  uno::Reference<star::frame::XFrame> frame_;
+  uno::Reference<star::frame::XModel> document_;
+  Classifier3& classifier_;
+  rtl::Reference<WindowListener> keys_;
+  std::size_t sink_;
+  bool running_ = false;
+  bool stopped_ = false;
+  std::chrono::steady_clock::time_point lastLook_;
+  uno::Reference<star::task::XStatusIndicator> indicator_;
+  std::unique_ptr<UndoStep> undo_;
+  uno::Reference<awt::XToolkitExperimental> toolkit_;
+  std::optional<KeyWatch> keyWatch_;
+};
+
+void RunWatch::Work::begin() {
+  if (running_) return;
+  running_ = true;
+  stopped_ = false;
+  // Each of these is a comfort; the run goes on without any of them.
+  atBorder([&] {
+    std::set<sal_Int16> sheets;
+    for (const std::string& text : {classifier_.CellInputs(), classifier_.CellOutputs()}) {
+      if (const auto range = rangeOf(document_, text)) sheets.insert(range->Sheet);
+    }
+    undo_ = std::make_unique<UndoStep>(office_, document_, sheets, undoTitle);
+  });
+  atBorder([&] {
+    const uno::Reference<star::task::XStatusIndicatorFactory> factory(frame_, uno::UNO_QUERY_THROW);
+    indicator_ = factory->createStatusIndicator();
+    indicator_->start("Clustering; press Escape to stop.", classifier_.EpochCount());
+  });
+  atBorder([&] { toolkit_ = office_.create<awt::XToolkitExperimental>("com.sun.star.awt.Toolkit"); });
+  atBorder([&] { keyWatch_.emplace(office_, keys_); });
+  lockWindow(true);
+  lastLook_ = std::chrono::steady_clock::now();
+}
+
+void RunWatch::Work::end(const std::function<void()>& writeAll) {
+  if (!running_) return;
+  struct Ending {
+    Work& work;
+    ~Ending() {
+      work.keyWatch_.reset();
+      work.undo_.reset();
+      atBorder([&] {
+        if (work.indicator_.is()) work.indicator_->end();
+      });
+      work.lockWindow(false);
+      work.indicator_.clear();
+      work.running_ = false;
+    }
+  };
+  const Ending ending{*this};
+  if (writeAll) writeAll();
+}
+
+/// The window takes no keys and clicks, but Escape, which is read before it gets there.
+void RunWatch::Work::lockWindow(bool locked) {
+  atBorder([&] {
+    const uno::Reference<awt::XWindow> window(frame_->getContainerWindow(), uno::UNO_SET_THROW);
+    window->setEnable(!locked);
+  });
+}
+
+bool RunWatch::Work::pressed(int key) {
+  if (!running_) return false;
+  if (key == awt::Key::ESCAPE && !stopped_) {
+    stopped_ = true;
+    classifier_.StopLearning();
+    if (indicator_.is()) indicator_->setText("Clustering; stopping after this epoch.");
+  }
+  return true;
+}
+
+void RunWatch::Work::epochDone(std::int32_t epoch) {
+  const auto now = std::chrono::steady_clock::now();
+  const bool last = epoch >= classifier_.EpochCount();
+  if (!running_ || (!last && now - lastLook_ < betweenLooks)) return;
+  atBorder([&] { look(epoch); });
+  lastLook_ = std::chrono::steady_clock::now();
+}
+
+void RunWatch::Work::look(std::int32_t epoch) {
+  if (indicator_.is()) {
+    const bool last = epoch >= classifier_.EpochCount();
+    if (last) indicator_->setText("Clustering; writing the results.");
+    indicator_->setValue(epoch);
+  }
+  // What the user has pressed meanwhile.
+  if (toolkit_.is()) toolkit_->processEventsToIdle();
+}
+
+RunWatch::RunWatch(const Office& office, const uno::Reference<star::frame::XFrame>& frame,
+                   const uno::Reference<star::frame::XModel>& document, Classifier3& classifier)
+    : work_(std::make_unique<Work>(office, frame, document, classifier)) {}
+RunWatch::~RunWatch() = default;
+
+void RunWatch::begin() {
+  work_->begin();
+}
+void RunWatch::end(const std::function<void()>& writeAll) {
+  work_->end(writeAll);
+}
+bool RunWatch::isRunning() const {
+  return work_->isRunning();
+}
+bool RunWatch::wasStopped() const {
+  return work_->wasStopped();
+}
+
+}  // namespace mervane::addin

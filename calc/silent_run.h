@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/services.h"
+
+namespace mervane::addin {
+
+/// Options by their keys in the dialog, with the texts that a user would type.
+using EnteredOptions = std::vector<std::pair<std::string, std::string>>;
+
+/// Has the services ask nobody: the dialog's window is not seen, the options are entered in it and "Clusterize" is
+/// pressed; messages go to `report`, and failures are aborted and reported there too.
+/// @param report outlives the services; it keeps the first thing that is told
+void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report);
+
+}  // namespace mervane::addin

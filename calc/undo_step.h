@@ -1,0 +1,30 @@
+#pragma once
+
+#include <com/sun/star/frame/XModel.hpp>
+#include <memory>
+#include <set>
+
+#include "calc/office.h"
+
+namespace mervane::addin {
+
+class SheetMemory;
+
+/// Everything that is written to some sheets while the object lives becomes one undo step. It is the only step then:
+/// the office gives up the earlier ones, and there is no redo behind it.
+class UndoStep {
+ public:
+  UndoStep(const Office& office, const uno::Reference<star::frame::XModel>& document, const std::set<sal_Int16>& sheets,
+           const char* title);
+  ~UndoStep();
+  UndoStep(const UndoStep&) = delete;
+  UndoStep& operator=(const UndoStep&) = delete;
+
+ private:
+  Office office_;
+  uno::Reference<star::frame::XModel> document_;
+  std::shared_ptr<const SheetMemory> before_;
+  rtl::OUString title_;
+};
+
+}  // namespace mervane::addin

@@ -1,0 +1,371 @@
+#include "calc/window/option_window.h"
+
+#include <algorithm>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/ScrollBarOrientation.hpp>
+#include <com/sun/star/awt/XScrollBar.hpp>
+#include <string>
+#include <vector>
+
+#include "calc/border.h"
+#include "calc/window/button_bar.h"
+#include "calc/window/dialog_closer.h"
+#include "calc/window/option_rows.h"
+#include "calc/window/window_listener.h"
+#include "support/mnemonics.h"
+
+namespace mervane::addin {
+namespace {
+
+using platform::OptionItem;
+using platform::OptionItems;
+using platform::OptionKind;
+using platform::OptionWindowEvents;
+using platform::UnloadMode;
+using platform::WindowMeasure;
+
+constexpr int firstClientWidth = 343;
+constexpr int listMargin = 5;
+constexpr int scrollBarWidth = 12;
+constexpr int lineHeight = 21;
+constexpr int smallestHeight = 120;
+/// A first window is not made higher than this, however large the font; the list scrolls.
+constexpr int highestFirstClient = 640;
+
+class OptionWindow final : public platform::OptionWindow {
+ public:
+  OptionWindow(const Office& office, const uno::Reference<awt::XWindowPeer>& parent,
+               std::shared_ptr<DialogCloser> closer)
+      : office_(office), parent_(parent), closer_(std::move(closer)) {}
+  ~OptionWindow() override;
+
+  void load(const std::string& caption, const OptionItems& options, const OptionItems& buttons,
+            OptionWindowEvents& events) override;
+  void itemsChanged() override;
+  void show() override;
+  void hide() override;
+  [[nodiscard]] float measure(WindowMeasure which) const override;
+  void setMeasure(WindowMeasure which, float twips) override;
+  [[nodiscard]] float listWidth() const override;
+
+ private:
+  void build(const std::string& caption);
+  void layOut();
+  void layOutList();
+  void windowResized();
+  void scrollTo(int position);
+  void bringIntoSight(const OptionItem& item);
+  [[nodiscard]] bool keyPressed(int key);
+
+  void clicked(const OptionItem& item);
+  void left(const OptionItem& item);
+  bool finishEditor();
+  bool finishEditor(const OptionItem& item);
+  void pressButton(const std::string& key);
+  void runOnce();
+  void askToClose();
+  [[nodiscard]] int lastPosition() const { return std::max(contentHeight_ - static_cast<int>(area_.Height), 0); }
+
+  Office office_;
+  uno::Reference<awt::XWindowPeer> parent_;
+  std::shared_ptr<DialogCloser> closer_;
+  const OptionItems* options_ = nullptr;
+  const OptionItems* buttonItems_ = nullptr;
+  OptionWindowEvents* events_ = nullptr;
+  std::unique_ptr<DialogShell> shell_;
+  std::unique_ptr<OptionRows> rows_;
+  std::unique_ptr<ButtonBar> bar_;
+  Control list_;
+  Control scrollBar_;
+  rtl::Reference<ControlListener> scrollListener_;
+  rtl::Reference<WindowListener> windowListener_;
+  const OptionItem* focused_ = nullptr;
+  /// The list with its scroll bar, in pixels of the dialog.
+  awt::Rectangle area_{};
+  int contentHeight_ = 0;
+  int scrolled_ = 0;
+  bool shown_ = false;
+  bool ended_ = false;
+  bool laidOut_ = false;
+  bool finishing_ = false;
+  /// Escape closes by the button of that name, the close box by itself; both end the office's dialog alike.
+  bool escaped_ = false;
+};
+
+OptionWindow::~OptionWindow() {
+  atBorder([&] {
+    if (windowListener_.is()) windowListener_->detach();
+    if (scrollListener_.is()) scrollListener_->detach();
+    if (rows_) rows_->detach();
+    if (bar_) bar_->detach();
+  });
+}
+
+// --- Making -------------------------------------------------------------------------------------------------------
+
+void OptionWindow::load(const std::string& caption, const OptionItems& options, const OptionItems& buttons,
+                        OptionWindowEvents& events) {
+  options_ = &options;
+  buttonItems_ = &buttons;
+  events_ = &events;
+  build(caption);
+  windowListener_ = new WindowListener(
+      {.resized = [this] { windowResized(); }, .activated = {}, .key = [this](int key) { return keyPressed(key); }});
+  // Wide enough for the design, high enough for the groups that are open in it.
+  shell_->resize(shell_->across(firstClientWidth), shell_->down(smallestHeight));
+  layOut();
+  const int around = shell_->down(smallestHeight) - area_.Height;
+  shell_->resize(shell_->across(firstClientWidth), std::min(contentHeight_ + around, shell_->down(highestFirstClient)));
+  shell_->centre();
+  layOut();
+  shell_->window()->addWindowListener(windowListener_.get());
+}
+
+void OptionWindow::build(const std::string& caption) {
+  // The buttons choose their letters first.
+  std::vector<std::string> captions;
+  for (const OptionItem& button : *buttonItems_) captions.push_back(button.Caption);
+  for (const OptionItem& option : *options_) {
+    captions.push_back(option.kind == OptionKind::staticLabel ? std::string() : option.Caption);
+  }
+  const std::vector<std::string> marked = withMnemonics(captions, '~');
+  const auto firstOption = marked.begin() + buttonItems_->Count();
+
+  shell_ = std::make_unique<DialogShell>(office_, caption);
+  const Properties list = shell_->add("UnoFrameModel", "list");
+  set(list, "TabIndex", uno::Any(static_cast<sal_Int16>(0)));
+  const Properties scroll = shell_->add("UnoControlScrollBarModel", "scroll");
+  set(scroll, "Orientation", uno::Any(awt::ScrollBarOrientation::VERTICAL));
+  set(scroll, "TabIndex", uno::Any(static_cast<sal_Int16>(1)));
+  setIfKnown(scroll, "Tabstop", uno::Any(false));
+  setIfKnown(scroll, "LiveScroll", uno::Any(true));
+  rows_ = std::make_unique<OptionRows>(*shell_, *options_, office_.pictures);
+  rows_->add(list, {firstOption, marked.end()});
+  bar_ = std::make_unique<ButtonBar>(*shell_, *buttonItems_, office_.pictures);
+  bar_->add({marked.begin(), firstOption}, 2);
+
+  shell_->open(parent_);
+  list_ = shell_->control("list");
+  scrollBar_ = shell_->control("scroll");
+  rows_->connect(list_, {.clicked = [this](const OptionItem& item) { clicked(item); },
+                         .browsed =
+                             [this](const OptionItem& item) {
+                               if (finishEditor()) events_->browsed(item.Key);
+                             },
+                         .chosen =
+                             [this](const OptionItem& item, int choice) {
+                               if (choice < 0 || choice >= static_cast<int>(item.SubItems.size())) return;
+                               events_->chosen(item.Key, item.SubItems[static_cast<std::size_t>(choice)].Caption);
+                             },
+                         .entered =
+                             [this](const OptionItem& item) {
+                               focused_ = &item;
+                               bringIntoSight(item);
+                             },
+                         .left = [this](const OptionItem& item) { left(item); }});
+  bar_->connect([this](const std::string& key) { pressButton(key); }, [this] { focused_ = nullptr; });
+  ControlEvents scrolling;
+  scrolling.moved = [this](int value) { scrollTo(value); };
+  scrollListener_ = ControlListener::attach(scrollBar_, scrolling);
+}
+
+// --- Place and size -----------------------------------------------------------------------------------------------
+
+void OptionWindow::layOut() {
+  const awt::Rectangle client = shell_->window()->getPosSize();
+  const int margin = shell_->across(listMargin);
+  const int bar = bar_->height() + 2 * margin;
+  area_ = {margin, margin, std::max(static_cast<int>(client.Width) - 2 * margin, 0),
+           std::max(static_cast<int>(client.Height) - bar - margin, 0)};
+  bar_->place(margin, client.Height - bar + margin);
+  layOutList();
+}
+
+void OptionWindow::layOutList() {
+  // Whether the scroll bar is needed is known when the rows are placed; it takes its room from them.
+  contentHeight_ = rows_->place(area_.Width, scrolled_);
+  const bool scrolls = contentHeight_ > area_.Height;
+  const int barWidth = scrolls ? shell_->across(scrollBarWidth) : 0;
+  if (scrolls) rows_->place(area_.Width - barWidth, scrolled_);
+  place(list_, area_.X, area_.Y, area_.Width - barWidth, area_.Height);
+  place(scrollBar_, area_.X + area_.Width - barWidth, area_.Y, barWidth, area_.Height);
+  addin::show(scrollBar_, scrolls);
+  const uno::Reference<awt::XScrollBar> bar(scrollBar_, uno::UNO_QUERY_THROW);
+  const int line = shell_->down(lineHeight);
+  bar->setVisibleSize(area_.Height);
+  bar->setMaximum(std::max(contentHeight_, static_cast<int>(area_.Height)));
+  bar->setBlockIncrement(std::max(static_cast<int>(area_.Height) - line, 1));
+  bar->setLineIncrement(line);
+  if (bar->getValue() != scrolled_) bar->setValue(scrolled_);
+  if (scrolled_ > lastPosition()) scrollTo(lastPosition());
+}
+
+void OptionWindow::scrollTo(int position) {
+  position = std::clamp(position, 0, lastPosition());
+  if (position == scrolled_) return;
+  scrolled_ = position;
+  layOutList();
+}
+
+void OptionWindow::bringIntoSight(const OptionItem& item) {
+  const OptionRows::Extent row = rows_->extentOf(item);
+  // Of a group that is higher than the list, the header stays in sight.
+  if (row.bottom > scrolled_ + area_.Height) scrollTo(std::min(row.bottom - static_cast<int>(area_.Height), row.top));
+  if (row.top < scrolled_) scrollTo(row.top);
+}
+
+void OptionWindow::windowResized() {
+  layOut();
+  if (laidOut_) events_->resized();
+}
+
+float OptionWindow::measure(WindowMeasure which) const {
+  const awt::Rectangle place = shell_->place();
+  switch (which) {
+    case WindowMeasure::left:
+      return shell_->twips(place.X);
+    case WindowMeasure::top:
+      return shell_->twips(place.Y);
+    case WindowMeasure::width:
+      return shell_->twips(place.Width);
+    case WindowMeasure::height:
+      return shell_->twips(place.Height);
+  }
+  return 0.0F;
+}
+
+void OptionWindow::setMeasure(WindowMeasure which, float twips) {
+  const int value = shell_->fromTwips(twips);
+  const awt::Rectangle now = shell_->place();
+  switch (which) {
+    case WindowMeasure::left:
+      return shell_->moveAcross(value);
+    case WindowMeasure::top:
+      return shell_->moveDown(value);
+    case WindowMeasure::width:
+      return shell_->resize(value, now.Height);
+    case WindowMeasure::height:
+      return shell_->resize(now.Width, value);
+  }
+}
+
+float OptionWindow::listWidth() const {
+  return shell_->twips(area_.Width);
+}
+
+// --- Showing ------------------------------------------------------------------------------------------------------
+
+void OptionWindow::itemsChanged() {
+  rows_->refresh();
+  layOutList();
+}
+
+void OptionWindow::show() {
+  ended_ = false;
+  layOut();
+  if (!laidOut_) {
+    laidOut_ = true;
+    events_->resized();
+  }
+  const KeyWatch keys(office_, windowListener_);
+  shown_ = true;
+  while (!ended_) {
+    escaped_ = false;
+    runOnce();
+    if (ended_) break;
+    if (closer_ && closer_->isClosed()) {
+      // The document is gone and the window with it.
+      if (events_->closeRequested(UnloadMode::userRequest)) break;
+    }
+    finishEditor();
+    askToClose();
+  }
+  shown_ = false;
+}
+
+void OptionWindow::runOnce() {
+  if (closer_ && closer_->isClosed()) return;
+  const KnownShowing known(closer_.get(), *shell_);
+  shell_->execute();
+}
+
+void OptionWindow::hide() {
+  ended_ = true;
+  if (shown_) shell_->end();
+}
+
+/// The office's dialog has been closed by the user; it comes back where that is not granted.
+void OptionWindow::askToClose() {
+  if (!escaped_) {
+    if (events_->closeRequested(UnloadMode::userRequest)) ended_ = true;
+    return;
+  }
+  for (const OptionItem& button : *buttonItems_) {
+    if (button.Key == "CLOSE") return pressButton(button.Key);
+  }
+}
+
+bool OptionWindow::keyPressed(int key) {
+  if (!shown_ || finishing_) return false;
+  const int page = std::max(static_cast<int>(area_.Height) - shell_->down(lineHeight), 1);
+  const bool inDropDown = focused_ != nullptr && focused_->kind == OptionKind::dropDown;
+  switch (key) {
+    case awt::Key::ESCAPE:
+      if (focused_ != nullptr && rows_->isModified(*focused_)) {
+        rows_->revert(*focused_);
+        return true;
+      }
+      escaped_ = true;  // The toolkit closes an open drop-down field by it, or else the dialog.
+      return false;
+    case awt::Key::PAGEUP:
+    case awt::Key::PAGEDOWN:
+      if (inDropDown) return false;
+      scrollTo(scrolled_ + (key == awt::Key::PAGEUP ? -page : page));
+      return true;
+    default:
+      escaped_ = false;
+      return false;
+  }
+}
+
+// --- What the user does -------------------------------------------------------------------------------------------
+
+void OptionWindow::clicked(const OptionItem& item) {
+  if (!finishEditor()) return;
+  events_->clicked(item.Key);
+  if (item.kind == OptionKind::groupHeader) bringIntoSight(item);
+}
+
+void OptionWindow::left(const OptionItem& item) {
+  finishEditor(item);
+}
+
+bool OptionWindow::finishEditor() {
+  return focused_ == nullptr || finishEditor(*focused_);
+}
+
+bool OptionWindow::finishEditor(const OptionItem& item) {
+  if (finishing_ || !rows_->isModified(item)) return true;
+  finishing_ = true;
+  const std::string text = rows_->typedText(item);
+  const bool accepted = events_->edited(item.Key, text);
+  rows_->revert(item);
+  finishing_ = false;
+  return accepted;
+}
+
+void OptionWindow::pressButton(const std::string& key) {
+  // A refused entry is not passed over: the user sees the earlier value again before anything is done with it.
+  if (!finishEditor()) return;
+  events_->buttonClicked(key);
+}
+
+}  // namespace
+
+std::unique_ptr<platform::OptionWindow> createOptionWindow(const Office& office,
+                                                           const uno::Reference<awt::XWindowPeer>& parent,
+                                                           std::shared_ptr<DialogCloser> closer) {
+  return std::make_unique<OptionWindow>(office, parent, std::move(closer));
+}
+
+}  // namespace mervane::addin

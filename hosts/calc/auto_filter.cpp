@@ -1,0 +1,158 @@
+#include "hosts/calc/auto_filter.h"
+
+#include <algorithm>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/sheet/XDatabaseRange.hpp>
+#include <com/sun/star/sheet/XSheetFilterable.hpp>
+#include <com/sun/star/sheet/XUnnamedDatabaseRanges.hpp>
+
+#include "hosts/calc/sheet_facts.h"
+
+namespace mervane::calc {
+
+namespace {
+
+using Properties = uno::Reference<css::beans::XPropertySet>;
+
+uno::Reference<css::sheet::XUnnamedDatabaseRanges> unnamedRanges(const Session& session) {
+  const Properties document(session.model(), uno::UNO_QUERY_THROW);
+  return uno::Reference<css::sheet::XUnnamedDatabaseRanges>(document->getPropertyValue("UnnamedDatabaseRanges"),
+                                                            uno::UNO_QUERY_THROW);
+}
+
+/// The range without a name that belongs to the sheet; empty where it has none.
+Properties plainRange(const Session& session, std::int32_t sheet) {
+  const auto ranges = unnamedRanges(session);
+  if (!ranges->hasByTable(sheet)) return {};
+  return Properties(ranges->getByTable(sheet), uno::UNO_QUERY_THROW);
+}
+
+CellArea areaOf(const Properties& range) {
+  const uno::Reference<css::sheet::XDatabaseRange> database(range, uno::UNO_QUERY_THROW);
+  const css::table::CellRangeAddress at = database->getDataArea();
+  return {at.StartRow + 1, at.StartColumn + 1, at.EndRow + 1, at.EndColumn + 1};
+}
+
+bool hasArrows(const Properties& range) {
+  bool has = false;
+  return range.is() && (range->getPropertyValue("AutoFilter") >>= has) && has;
+}
+
+/// Shows the rows that a filter hides, and takes the arrows away.
+void switchOff(const Session& session, std::int32_t sheet, const Properties& range) {
+  const uno::Reference<css::sheet::XSheetFilterable> filterable(session.rangeOf({sheet, areaOf(range)}),
+                                                                uno::UNO_QUERY_THROW);
+  filterable->filter(filterable->createFilterDescriptor(true));
+  range->setPropertyValue("AutoFilter", uno::Any(false));
+}
+
+/// A named database range with the area inside it.
+Properties tableAround(const Session& session, const SheetArea& area) {
+  const Properties document(session.model(), uno::UNO_QUERY_THROW);
+  const uno::Reference<css::container::XIndexAccess> ranges(document->getPropertyValue("DatabaseRanges"),
+                                                            uno::UNO_QUERY_THROW);
+  for (sal_Int32 i = 0; i < ranges->getCount(); ++i) {
+    const uno::Reference<css::sheet::XDatabaseRange> range(ranges->getByIndex(i), uno::UNO_QUERY_THROW);
+    if (range->getDataArea().Sheet != area.sheet) continue;
+    const Properties properties(range, uno::UNO_QUERY_THROW);
+    if (areaOf(properties).contains(area.area)) return properties;
+  }
+  return {};
+}
+
+/// The filled cells around the area, as far as they touch one another, corners included.
+CellArea currentRegion(SheetFacts& facts, std::int32_t sheet, CellArea area) {
+  for (bool grew = true; grew;) {
+    grew = false;
+    const auto reach = [&](std::int32_t CellArea::*edge, std::int32_t by, std::int32_t limit) {
+      if (area.*edge == limit) return false;
+      // The strip beside the area, one cell longer at both ends.
+      CellArea strip{std::max(area.firstRow - 1, 1), std::max(area.firstColumn - 1, 1),
+                     std::min(area.lastRow + 1, sheet::lastSheetRow),
+                     std::min(area.lastColumn + 1, sheet::lastSheetColumn)};
+      const bool isRow = edge == &CellArea::firstRow || edge == &CellArea::lastRow;
+      if (isRow) {
+        strip.firstRow = strip.lastRow = area.*edge + by;
+      } else {
+        strip.firstColumn = strip.lastColumn = area.*edge + by;
+      }
+      if (!facts.isFilled(sheet, strip)) return false;
+      area.*edge += by;
+      grew = true;
+      return true;
+    };
+    while (reach(&CellArea::firstRow, -1, 1)) {
+    }
+    while (reach(&CellArea::lastRow, 1, sheet::lastSheetRow)) {
+    }
+    while (reach(&CellArea::firstColumn, -1, 1)) {
+    }
+    while (reach(&CellArea::lastColumn, 1, sheet::lastSheetColumn)) {
+    }
+  }
+  return area;
+}
+
+void switchOn(Session& session, const SheetArea& area) {
+  SheetFacts& facts = session.facts();
+  CellArea whole = area.area;
+  if (whole.cells() == 1) {
+    whole = currentRegion(facts, area.sheet, whole);
+    // Rows that only a corner brought in and that hold nothing are left out again.
+    while (whole.rows() > 1 &&
+           !facts.isFilled(area.sheet, {whole.firstRow, whole.firstColumn, whole.firstRow, whole.lastColumn})) {
+      ++whole.firstRow;
+    }
+  }
+  if (!facts.isFilled(area.sheet, whole)) {
+    refuse("The filter cannot be switched on at " + session.place(area.sheet, area.area) +
+           ": there is no table around it.");
+  }
+  unnamedRanges(session)->setByTable({static_cast<sal_Int16>(area.sheet), whole.firstColumn - 1, whole.firstRow - 1,
+                                      whole.lastColumn - 1, whole.lastRow - 1});
+  plainRange(session, area.sheet)->setPropertyValue("AutoFilter", uno::Any(true));
+}
+
+}  // namespace
+
+bool hasAutoFilter(Session& session, std::int32_t sheet) {
+  return inOffice("tell its filters", [&] { return hasArrows(plainRange(session, sheet)); });
+}
+
+bool hasFilterArrows(const Session& session, const SheetArea& area) {
+  const Properties plain = plainRange(session, area.sheet);
+  if (hasArrows(plain) && areaOf(plain).meets(area.area)) return true;
+  const Properties document(session.model(), uno::UNO_QUERY_THROW);
+  const uno::Reference<css::container::XIndexAccess> ranges(document->getPropertyValue("DatabaseRanges"),
+                                                            uno::UNO_QUERY_THROW);
+  for (sal_Int32 i = 0; i < ranges->getCount(); ++i) {
+    const uno::Reference<css::sheet::XDatabaseRange> range(ranges->getByIndex(i), uno::UNO_QUERY_THROW);
+    const Properties table(range, uno::UNO_QUERY_THROW);
+    if (range->getDataArea().Sheet == area.sheet && hasArrows(table) && areaOf(table).meets(area.area)) return true;
+  }
+  return false;
+}
+
+void toggleAutoFilter(Session& session, const SheetArea& area) {
+  session.settle();
+  inOffice("switch a filter", [&] {
+    session.facts().requireUnprotected(area.sheet, "filters");
+    if (const Properties table = tableAround(session, area); table.is()) {
+      if (hasArrows(table)) {
+        switchOff(session, area.sheet, table);
+      } else {
+        table->setPropertyValue("AutoFilter", uno::Any(true));
+      }
+      return;
+    }
+    const Properties plain = plainRange(session, area.sheet);
+    if (hasArrows(plain)) {
+      switchOff(session, area.sheet, plain);
+    } else {
+      switchOn(session, area);
+    }
+  });
+}
+
+}  // namespace mervane::calc

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+#include "hosts/calc/session.h"
+
+namespace mervane::calc {
+
+/// Whether the sheet has filter arrows that belong to no table.
+[[nodiscard]] bool hasAutoFilter(Session& session, std::int32_t sheet);
+
+/// Whether any of the cells may have an arrow, of a table or of none.
+[[nodiscard]] bool hasFilterArrows(const Session& session, const SheetArea& area);
+
+/// Switches the arrows on if they are off and off if they are on. An area in a table, a named database range, switches
+/// that one's. Otherwise one cell stands for the table around it; raises where there is none.
+void toggleAutoFilter(Session& session, const SheetArea& area);
+
+}  // namespace mervane::calc

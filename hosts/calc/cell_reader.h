@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "hosts/calc/session.h"
+#include "mervane/variant.h"
+
+namespace mervane::calc {
+
+/// The cells that were read, column by column.
+///
+/// OPTIMIZATION: a cell that is not known is read together with those below it, since callers go down columns.
+class CellReader {
+ public:
+  explicit CellReader(Session& session) : session_(session) {}
+
+  /// Whether the cell's new value is still waiting; it is not to be read before that is written.
+  [[nodiscard]] bool isWaiting(std::int32_t sheet, CellAddress at) const;
+  /// @param valuesWait whether values of other cells wait; a formula is not taken from what is known then
+  /// @returns nothing where the cell is a formula that the waiting values may change
+  [[nodiscard]] std::optional<Variant> value(std::int32_t sheet, CellAddress at, bool valuesWait);
+
+  void markWaiting(std::int32_t sheet, CellAddress at);
+  /// The area has to be read anew, but for cells that wait.
+  void forget(std::int32_t sheet, const CellArea& area) { reset(sheet, area, false); }
+  /// What waited in the area has been written.
+  void written(std::int32_t sheet, const CellArea& area) { reset(sheet, area, true); }
+  /// Values were written somewhere, so that formulas may show others.
+  void formulasChanged() { ++generation_; }
+  void forgetAll() { columns_.clear(); }
+
+ private:
+  enum class State : std::uint8_t { unknown, value, formula, waiting };
+  struct Column {
+    std::vector<Variant> values;  ///< from row 1
+    std::vector<State> states;
+    std::uint64_t generation = 0;  ///< of its formulas
+  };
+  using Block = std::vector<Variant>;
+
+  [[nodiscard]] static std::uint64_t keyOf(std::int32_t sheet, std::int32_t column) {
+    return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(sheet)) << 32) | static_cast<std::uint32_t>(column);
+  }
+  void reset(std::int32_t sheet, const CellArea& area, bool waitingToo);
+  void dropFormulas(Column& column) const;
+  void fetch(std::int32_t sheet, CellAddress at, Column& column);
+  void takeKinds(std::int32_t sheet, const CellArea& area, const std::vector<State>& states, Block& block);
+  void takeConstantKinds(std::int32_t sheet, const CellArea& part, std::int32_t firstRow, Block& block);
+
+  Session& session_;
+  std::unordered_map<std::uint64_t, Column> columns_;
+  std::uint64_t generation_ = 0;
+};
+
+}  // namespace mervane::calc

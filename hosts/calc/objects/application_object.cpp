@@ -1,0 +1,244 @@
+#include "hosts/calc/objects/application_object.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "hosts/calc/auto_filter.h"
+#include "hosts/calc/charts/calc_charts.h"
+#include "hosts/calc/objects/arguments.h"
+#include "hosts/calc/objects/range_object.h"
+#include "hosts/calc/session.h"
+#include "hosts/charts/chart_object.h"
+#include "hosts/charts/shape_objects.h"
+#include "spreadsheet/r1c1.h"
+
+namespace mervane::calc {
+
+namespace member = sheet::member;
+using sheet::Access;
+
+namespace {
+
+using SessionRef = std::shared_ptr<Session>;
+using Drawings = mervane::charts::DrawingCollectionObject;
+
+constexpr std::int32_t styleA1 = 1;
+constexpr std::int32_t styleR1C1 = -4150;
+constexpr std::int32_t errorValue = 2015;
+
+class WorksheetObject final : public sheet::Object {
+ public:
+  WorksheetObject(SessionRef session, std::int32_t position) : session_(std::move(session)), position_(position) {}
+
+  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+    session_->requireOpen();
+    if (access == Access::put) return put(member, arguments);
+    switch (member) {
+      case member::Name:
+        return session_->sheetName(position_);
+      case member::Range: {
+        const std::string reference = textArgument(arguments, 0);
+        const SheetArea area = session_->resolve(reference, position_);
+        if (area.sheet != position_) {
+          refuse("\"" + reference + "\" lies on another sheet than " + session_->sheetName(position_) + ".");
+        }
+        return RangeObject::make(session_, area);
+      }
+      case member::Cells: {
+        const SheetArea all{position_, {1, 1, sheet::lastSheetRow, sheet::lastSheetColumn}};
+        const Variant cells = RangeObject::make(session_, all);
+        return arguments.empty() ? cells : cells.object()->invoke(Access::get, member::Item, arguments);
+      }
+      case member::AutoFilterMode:
+        return hasAutoFilter(*session_, position_);
+      case member::ChartObjects:
+        return drawings(Drawings::Elements::charts, arguments);
+      case member::Shapes:
+        return drawings(Drawings::Elements::shapes, arguments);
+      default:
+        raise(runtime::memberNotSupported);
+    }
+  }
+
+ private:
+  Variant drawings(Drawings::Elements elements, Arguments arguments) {
+    const sheet::ObjectRef all = std::make_shared<Drawings>(session_->chartsRef(), position_, elements);
+    return arguments.empty() ? Variant(all) : all->invoke(Access::get, member::Item, arguments);
+  }
+
+  Variant put(member::Id member, Arguments arguments) {
+    if (member != member::AutoFilterMode) raise(runtime::memberNotSupported);
+    // Only switching off is possible this way, as in the application.
+    if (truthArgument(arguments, 0)) raise(runtime::applicationDefined);
+    if (hasAutoFilter(*session_, position_)) toggleAutoFilter(*session_, {position_, {1, 1, 1, 1}});
+    return {};
+  }
+
+  SessionRef session_;
+  std::int32_t position_;
+};
+
+class WorksheetEnumerator final : public sheet::Object {
+ public:
+  explicit WorksheetEnumerator(SessionRef session) : session_(std::move(session)) {}
+  Variant invoke(Access, member::Id member, Arguments) override {
+    if (member != member::Next) raise(runtime::memberNotSupported);
+    if (at_ >= session_->sheetCount()) return {};
+    return makeWorksheet(session_, at_++);
+  }
+
+ private:
+  SessionRef session_;
+  std::int32_t at_ = 0;
+};
+
+class WorksheetsObject final : public sheet::Object {
+ public:
+  explicit WorksheetsObject(SessionRef session) : session_(std::move(session)) {}
+
+  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+    if (access == Access::put) raise(runtime::memberNotSupported);
+    switch (member) {
+      case member::Count:
+        return session_->sheetCount();
+      case member::Item:
+        return item(arguments);
+      case member::NewEnum:
+        return Variant(sheet::ObjectRef(std::make_shared<WorksheetEnumerator>(session_)));
+      default:
+        raise(runtime::memberNotSupported);
+    }
+  }
+
+ private:
+  Variant item(Arguments arguments) {
+    const Variant& index = given(arguments, 0);
+    if (const std::string* name = index.getIf<std::string>()) {
+      const std::optional<std::int32_t> position = session_->sheetNamed(*name);
+      if (!position) raise(runtime::subscriptOutOfRange);
+      return makeWorksheet(session_, *position);
+    }
+    const std::int32_t position = wholeArgument(arguments, 0);
+    if (position < 1 || position > session_->sheetCount()) raise(runtime::subscriptOutOfRange);
+    return makeWorksheet(session_, position - 1);
+  }
+
+  SessionRef session_;
+};
+
+Variant worksheets(const SessionRef& session, Arguments arguments) {
+  const sheet::ObjectRef all = std::make_shared<WorksheetsObject>(session);
+  return arguments.empty() ? Variant(all) : all->invoke(Access::get, member::Item, arguments);
+}
+
+class WorkbookObject final : public sheet::Object {
+ public:
+  explicit WorkbookObject(SessionRef session) : session_(std::move(session)) {}
+
+  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+    session_->requireOpen();
+    if (access == Access::put) raise(runtime::memberNotSupported);
+    switch (member) {
+      case member::Worksheets:
+        return worksheets(session_, arguments);
+      case member::ActiveSheet:
+        return makeWorksheet(session_, session_->activeSheet());
+      default:
+        raise(runtime::memberNotSupported);
+    }
+  }
+
+ private:
+  SessionRef session_;
+};
+
+class ApplicationObject final : public sheet::Object {
+ public:
+  explicit ApplicationObject(SessionRef session) : session_(std::move(session)) {}
+
+  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+    session_->requireOpen();
+    if (access == Access::put) return put(member, arguments);
+    switch (member) {
+      case member::Range:
+        return RangeObject::make(session_, session_->resolve(textArgument(arguments, 0), session_->activeSheet()));
+      case member::ActiveWorkbook:
+        // A look at the workbook as a whole begins anew: the user may have changed it meanwhile.
+        session_->forgetAll();
+        return Variant(sheet::ObjectRef(std::make_shared<WorkbookObject>(session_)));
+      case member::ActiveSheet:
+        return makeWorksheet(session_, session_->activeSheet());
+      case member::Worksheets:
+        return worksheets(session_, arguments);
+      case member::ActiveChart: {
+        const auto& active = session_->charts().active();
+        if (active == nullptr) return {};
+        return Variant(sheet::ObjectRef(std::make_shared<mervane::charts::ChartObject>(session_->chartsRef(), active)));
+      }
+      case member::Charts:
+        return Variant(sheet::ObjectRef(std::make_shared<mervane::charts::ChartsObject>(session_->chartsRef())));
+      case member::Version:
+        return Variant("16.0");
+      case member::ReferenceStyle:
+        return session_->referenceStyle;
+      case member::ScreenUpdating:
+        return session_->screenUpdating();
+      case member::ConvertFormula:
+        return convertFormula(arguments);
+      default:
+        raise(runtime::memberNotSupported);
+    }
+  }
+
+ private:
+  Variant put(member::Id member, Arguments arguments) {
+    switch (member) {
+      case member::ScreenUpdating:
+        session_->screenUpdating(truthArgument(arguments, 0));
+        return {};
+      case member::ReferenceStyle: {
+        const std::int32_t style = wholeArgument(arguments, 0);
+        if (style != styleA1 && style != styleR1C1) raise(runtime::applicationDefined);
+        session_->referenceStyle = style;
+        return {};
+      }
+      default:
+        raise(runtime::memberNotSupported);
+    }
+  }
+
+  Variant convertFormula(Arguments arguments) {
+    atMost(arguments, 5);
+    if (isGiven(arguments, 3)) raise(runtime::applicationDefined);  // forced kinds of reference are not served
+    const std::string formula = textArgument(arguments, 0);
+    const std::int32_t from = wholeArgument(arguments, 1);
+    const std::int32_t to = isGiven(arguments, 2) ? wholeArgument(arguments, 2) : from;
+    const auto isKnown = [](std::int32_t style) { return style == styleA1 || style == styleR1C1; };
+    if (!isKnown(from) || !isKnown(to)) raise(runtime::applicationDefined);
+    CellAddress base = session_->activeCell();
+    if (isGiven(arguments, 4)) {
+      const std::optional<SheetArea> relativeTo = session_->areaOf(arguments[4]);
+      if (!relativeTo) raise(runtime::typeMismatch);
+      base = {relativeTo->area.firstRow, relativeTo->area.firstColumn};
+    }
+    if (from == to) return Variant(formula);
+    const std::optional<std::string> converted =
+        from == styleR1C1 ? sheet::toA1(formula, base) : sheet::toR1C1(formula, base);
+    return converted ? Variant(*converted) : Variant(ErrorValue{errorValue});
+  }
+
+  SessionRef session_;
+};
+
+}  // namespace
+
+sheet::ObjectRef makeApplication(std::shared_ptr<Session> session) {
+  return std::make_shared<ApplicationObject>(std::move(session));
+}
+
+Variant makeWorksheet(std::shared_ptr<Session> session, std::int32_t position) {
+  return Variant(sheet::ObjectRef(std::make_shared<WorksheetObject>(std::move(session), position)));
+}
+
+}  // namespace mervane::calc

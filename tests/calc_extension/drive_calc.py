@@ -1,0 +1,347 @@
+#!/usr/bin/python3
+"""Plays a user of the Calc add-in: installs it, clusters without a window and in one, and removes it again.
+
+    drive_calc.py OXT TESTS_OXT MERVANE SOURCES FOLDER [PICTURES]
+
+MERVANE is the command line program, FOLDER an empty folder of the user's who runs this (not root). Pictures are left in
+FOLDER, and in PICTURES too where that is given.
+"""
+
+import pathlib
+import shutil
+import subprocess
+import sys
+import time
+
+from office import Failed, Office, cells, expect, looks, wait_for
+from screen import Controls, Screen
+
+ROLE_EDIT, ROLE_LABEL = 60, 30
+INPUTS, OUTPUTS = "Iris!B2:E151", "Iris!G2"
+
+
+def step(sentence):
+    print(f"ok: {sentence}", flush=True)
+
+
+class Driver:
+    def __init__(self, oxt, tests_oxt, mervane, sources, folder, pictures=None):
+        self.oxt, self.tests_oxt, self.mervane = oxt, tests_oxt, mervane
+        self.sources, self.folder = pathlib.Path(sources), pathlib.Path(folder)
+        self.pictures = pathlib.Path(pictures) if pictures else None
+        self.book = self.folder / "iris.xlsx"
+        shutil.copy(self.sources / "examples/iris.xlsx", self.book)
+
+    # --- Installing -------------------------------------------------------------------------------------------------
+
+    def unopkg(self, *arguments):
+        done = subprocess.run(
+            ["unopkg", *arguments, f"-env:UserInstallation={(self.folder / 'profile').as_uri()}"],
+            capture_output=True, text=True, timeout=100, check=False)
+        expect(done.returncode == 0, f"unopkg {arguments[0]} works: {done.stderr}")
+        return done.stdout
+
+    def install(self):
+        self.unopkg("add", "--suppress-license", str(self.oxt))
+        self.unopkg("add", "--suppress-license", str(self.tests_oxt))
+        expect("org.mervane.calc" in self.unopkg("list"), "the installed extension is listed")
+        step("an ordinary user installs the extension")
+
+    def remove(self):
+        self.unopkg("remove", "org.mervane.calc")
+        self.unopkg("remove", "org.mervane.calc.tests")
+        expect("mervane" not in self.unopkg("list"), "a removed extension is not listed")
+        # The office sweeps an unpacked extension away when the next one changes, so the tests' own is still there.
+        left = [str(file) for file in (self.folder / "profile").rglob("*mervane*") if "office" not in str(file.relative_to(self.folder))]
+        expect(not left, f"nothing of a removed extension is left: {left}")
+        step("removing it leaves nothing")
+
+    # --- Without a window -------------------------------------------------------------------------------------------
+
+    def without_window(self):
+        office = Office(self.folder, "--headless")
+        try:
+            document = office.load(self.book)
+            before, looks_before = cells(document), looks(document.Sheets.getByIndex(0))
+            answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, Clusters=3)
+            expect(answer.State == 1, f"a clustering by options succeeds: {answer.Result}")
+            after = cells(document)
+            self.result = after
+            self.compare_with_command_line(office, after)
+            step("the command with options clusters without a window, with the results of the command line program")
+
+            undo = document.UndoManager
+            expect(list(undo.getAllUndoActionTitles()) == ["Clusterize"], "a run is one undo step")
+            office.on_main_thread(undo.undo)
+            wait_for(lambda: cells(document) == before, "undoing the step brings back all cells")
+            sheet = document.Sheets.getByIndex(0)
+            expect(len(sheet.Charts.ElementNames) == 0, "undoing the step takes the charts away")
+            expect(looks(sheet) == looks_before, "undoing the step brings back formats and widths")
+            step("one undo takes back what a run wrote")
+            answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
+            expect(answer.State == 1 and cells(document) == after, "the next run gives the same again")
+            answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
+            expect(answer.State == 1, "a run over the results of the last one succeeds")
+            expect(len(sheet.Charts.ElementNames) == 2, "a run replaces the charts of the last one")
+            step("runs can follow each other")
+
+            for options, told in (({"Bananas": "1"}, "Bananas is no option of the dialog"),
+                                  ({"Clusters": 1}, "Clusters does not take 1"),
+                                  ({"Inputs": "Iris!B2:B3", "Outputs": ""}, "Invalid cell reference."),
+                                  ({"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS}, "Invalid cell reference.")):
+                answer = office.dispatch(document, **options)
+                expect((answer.State, answer.Result) == (0, told), f"{options} is refused by {told!r}, not {answer.Result!r}")
+            step("what cannot be done is refused with a sentence")
+            document.close(True)
+            self.conforming(office)
+            expect(office.quit(), "the office quits by itself")
+        finally:
+            office.kill()
+        remembered = subprocess.run([str(self.mervane), "settings", "list"], capture_output=True, text=True, check=False).stdout
+        expect("Nowhere!B2:E9" in remembered, "the command line program knows what the dialog remembers")
+        step("options are remembered in the store of the command line program")
+
+    def compare_with_command_line(self, office, after):
+        made = self.folder / "by-command-line.xlsx"
+        subprocess.run([str(self.mervane), "cluster", str(self.book), "--inputs", INPUTS, "--outputs", OUTPUTS,
+                        "--clusters", "3", "-o", str(made)], check=True, capture_output=True, timeout=60)
+        document = office.load(made)
+        expected = cells(document)
+        document.close(True)
+        expect(len(after) == len(expected), f"as many rows as by the command line program: {len(after)}, {len(expected)}")
+        for row, (ours, theirs) in enumerate(zip(after, expected)):
+            for column, (one, other) in enumerate(zip(ours, theirs)):
+                close = one == other or (isinstance(one, float) and isinstance(other, float) and abs(one - other) < 1e-9)
+                expect(close, f"row {row + 1}, column {column + 1} is {other!r}, not {one!r}")
+
+    def conforming(self, office, filter_="References*"):
+        document = office.load("private:factory/scalc")
+        report = self.folder / "office-tests.xml"
+        answer = office.dispatch(document, "vnd.mervane-tests:run", gtest_output=f"xml:{report}", gtest_filter=filter_)
+        expect(answer.Result == "0", f"the tests within the office pass; see {report}")
+        document.close(True)
+        step(f"the tests within the office pass ({filter_})")
+
+    # --- In a window ------------------------------------------------------------------------------------------------
+
+    def in_window(self):
+        self.screen = Screen(1540, 980)
+        self.office = None
+        try:
+            self.office = Office(self.folder, str(self.book), environment=self.screen.environment)
+            self.controls = Controls(self.office, self.screen)
+            self.document = wait_for(self.office.desktop.getCurrentComponent, "the workbook is open", 60)
+            self.screen.wait_for_window("iris.xlsx", 60)
+            window = self.document.CurrentController.Frame.ContainerWindow
+            self.office.on_main_thread(lambda: window.setPosSize(0, 0, 1270, 850, 15))
+            time.sleep(1)
+            self.window_tests()
+            self.entries_and_keys()
+            self.picking()
+            self.closing()
+            self.clustering()
+            self.stopping()
+            self.document.setModified(False)
+            expect(self.office.quit(), "the office quits by itself and without a crash")
+            step("the office quits")
+        except Failed:
+            self.screen.picture(self.folder / "failed.png")
+            raise
+        finally:
+            if self.office:
+                self.office.kill()
+            self.screen.close()
+
+    def window_tests(self):
+        frame_document = self.document
+        report = self.folder / "window-tests.xml"
+        answer = self.office.dispatch(frame_document, "vnd.mervane-tests:run", gtest_output=f"xml:{report}",
+                                      gtest_filter="Office/*")
+        expect(answer.Result == "0", f"the office's option window conforms; see {report}")
+        step("the option window of the office conforms in a real window")
+
+    def open_dialog(self):
+        self.screen.keys("alt+m", "Return")
+        self.screen.wait_for_window("Mervane Kelvash")
+
+    def dialog_is_open(self):
+        return any("Mervane Kelvash" in name for name in self.screen.windows())
+
+    def wait_until_closed(self):
+        wait_for(lambda: not self.dialog_is_open(), "the dialog is closed")
+
+    def field(self, name):
+        return self.controls.text(name, ROLE_EDIT)
+
+    def entries_and_keys(self):
+        self.open_dialog()
+        expect((self.field("Inputs:"), self.field("Outputs:")) == (INPUTS, OUTPUTS), "the ranges are proposed from the cursor")
+        self.screen.keys("alt+u", "ctrl+a")
+        self.screen.type("1")
+        self.screen.keys("Tab")
+        expect(self.field("Clusters:") == "3", "a refused entry shows the earlier value")
+        self.screen.keys("alt+u", "ctrl+a")
+        self.screen.type("7")
+        self.screen.keys("Escape")
+        expect(self.dialog_is_open() and self.field("Clusters:") == "3", "Escape takes back an open entry")
+        names = self.controls.names()
+        for name in ("Pick the range of Inputs on the sheet", "Activation function:", "Set default values", "Close"):
+            expect(name in names, f"assistive tools are told of {name!r}")
+        expect("Set colors" not in [name for name in names if self.is_seen(name)], "a closed group hides its items")
+        self.controls.click("Output formatting parameters")
+        wait_for(lambda: self.is_seen("Set colors"), "an opened group shows its items")
+        self.controls.click("Output formatting parameters")
+        self.keep_picture("calc-dialog.png", "Mervane Kelvash")
+        self.screen.keys("Escape")
+        self.wait_until_closed()
+        step("entries, keys and names of the dialog are as they should be")
+
+    def is_seen(self, name):
+        context = self.controls.find(name)
+        return context is not None and context.getAccessibleStateSet().contains(30)  # VISIBLE
+
+    def picking(self):
+        self.open_dialog()
+        self.controls.click("Pick the range of Inputs on the sheet")
+        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.keys("ctrl+a")
+        self.screen.type("$Iris.$B$2:$D$31")
+        self.screen.keys("Return")
+        self.screen.wait_for_window("Mervane Kelvash")
+        expect(self.field("Inputs:") == "Iris!B2:D31", "the picked range stands in the dialog")
+        self.controls.click("Pick the range of Inputs on the sheet")
+        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.keys("Escape")
+        self.screen.wait_for_window("Mervane Kelvash")
+        expect(self.field("Inputs:") == "Iris!B2:D31", "a picking that is given up changes nothing")
+        self.screen.keys("Escape")
+        self.wait_until_closed()
+        step("ranges are picked with the office's own picker")
+
+    def closing(self):
+        copy = self.folder / "other.xlsx"  # A file that is open already would only be brought to the front.
+        shutil.copy(self.book, copy)
+        other = self.office.load(copy)
+        asked = self.office.dispatch_beside(other)
+        self.screen.wait_for_window("Mervane Kelvash")
+        try:
+            other.close(True)
+            raise Failed("a document is not closed while the dialog stands before it")
+        except Failed:
+            raise
+        except Exception:
+            pass
+        # Asked to quit, the office closes the documents before which no dialog stands.
+        expect(not self.office.desktop.terminate(), "the office does not quit while the dialog is open")
+        self.screen.keys("Escape")
+        asked.join(10)
+        expect(asked.result is not None and asked.result.State == 0, "a dialog that is closed clusters nothing")
+        asked = self.office.dispatch_beside(other)
+        self.screen.wait_for_window("Mervane Kelvash")
+        self.controls.click("Pick the range of Inputs on the sheet")
+        self.screen.wait_for_window("pick the numbers to cluster")
+        other.close(True)
+        asked.join(10)
+        expect(asked.result is not None and asked.result.Result == "The document was closed.",
+               f"closing the document ends a picking: {asked.result}")
+        expect(self.office.is_alive(), "the office lives on")
+        self.document = None
+        step("closing the document or the office with the dialog open does no harm")
+
+    def stopping(self):
+        """A run that would take minutes is stopped by Escape; what it has learnt is written."""
+        copy = self.folder / "long.xlsx"
+        shutil.copy(self.book, copy)
+        document = self.office.load(copy)
+        rows = tuple(tuple(float(row * factor % 97) for factor in range(3, 11)) for row in range(4000))
+        document.Sheets.getByIndex(0).getCellRangeByName("K2:R4001").setDataArray(rows)
+        asked = self.office.dispatch_beside(document, Inputs="Iris!K2:R4001", Outputs=OUTPUTS, Clusters=40,
+                                            Epochs=99998, DrawCharts=False)
+        time.sleep(3)
+        expect(asked.result is None, f"the long run is on: {asked.result}")
+        try:
+            document.close(True)
+            raise Failed("a document is not closed while a run is on")
+        except Failed:
+            raise
+        except Exception:
+            pass
+        self.screen.picture(self.folder / "running.png")
+        self.screen.keys("Escape")
+        asked.join(20)
+        expect(asked.result is not None and asked.result.State == 1, f"Escape ends a run with its results: {asked.result}")
+        expect(document.Sheets.getByIndex(0).getCellRangeByName("G1").String == "Clusters", "a stopped run writes its results")
+        document.close(True)
+        step("Escape stops a run")
+
+    def clustering(self):
+        self.document = self.office.load(self.book)
+        window = self.document.CurrentController.Frame.ContainerWindow
+        self.office.on_main_thread(lambda: window.setPosSize(2, 30, 1500, 900, 15))
+        self.screen.wait_for_window("iris.xlsx")
+        controller = self.document.CurrentController
+        self.office.on_main_thread(lambda: self.office.create("com.sun.star.frame.DispatchHelper").executeDispatch(
+            controller.Frame, ".uno:Sidebar", "", 0, ()))
+        time.sleep(1)
+        self.open_dialog()
+        self.controls.click("Clusterize")
+        undo = self.document.UndoManager
+        wait_for(lambda: "Clusterize" in undo.getAllUndoActionTitles(), "the run has been made", 30)
+        wait_for(lambda: not self.dialog_is_open(), "the dialog is gone after the run")
+        time.sleep(1)
+        expect(cells(self.document) == self.result, "a run in the window gives what it gives without one")
+        self.keep_result_picture()
+        before_undo = cells(self.document)
+        self.screen.keys("ctrl+z")
+        wait_for(lambda: cells(self.document) != before_undo, "one undo takes the run back")
+        step("clicks in a real window cluster the sheet")
+
+    def keep_result_picture(self):
+        """The beginning of the sheet with the charts, and below it the end with the blocks."""
+        controller = self.document.CurrentController
+        parts = []
+        for row, name in ((0, "top.png"), (128, "bottom.png")):
+            self.office.on_main_thread(lambda: controller.setFirstVisibleRow(row))
+            time.sleep(1.5)
+            parts.append(self.folder / name)
+            self.screen.picture(parts[-1], "iris.xlsx")
+        made = self.folder / "calc-result.png"
+        subprocess.run(["convert", "(", str(parts[0]), "-crop", "x740+0+0", "+repage", ")", "(", "-size", "16x12", "xc:white", ")",
+                        "(", str(parts[1]), "-gravity", "South", "-crop", "x420+0+0", "+repage", ")", "-background", "white",
+                        "-append", "-resize", "1100x", "-colors", "128", f"PNG8:{made}"], check=True)
+        self.office.on_main_thread(lambda: controller.setFirstVisibleRow(0))
+        self.compare_picture("calc-result.png")
+
+    def keep_picture(self, name, window=None):
+        self.screen.picture(self.folder / name, window)
+        self.compare_picture(name)
+
+    def compare_picture(self, name):
+        made = self.folder / name
+        if self.pictures:
+            shutil.copy(made, self.pictures / name)
+        kept = self.sources / "docs/images" / name
+        if not kept.exists():
+            return
+        small = ["-resize", "160x120!", "-colorspace", "Gray"]
+        measured = subprocess.run(["compare", "-metric", "RMSE", *small, str(kept), str(made), "null:"],
+                                  capture_output=True, text=True, check=False).stderr
+        difference = float(measured.split("(")[1].split(")")[0])
+        expect(difference < 0.12, f"{name} looks like the kept picture: {difference:.3f} apart")
+
+
+def main():
+    driver = Driver(*sys.argv[1:])
+    try:
+        driver.install()
+        driver.without_window()
+        driver.in_window()
+        driver.remove()
+    except Failed as trouble:
+        print(f"FAILED: {trouble}")
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

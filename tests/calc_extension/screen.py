@@ -1,0 +1,100 @@
+"""A virtual screen with a window manager, and a user with a mouse and a keyboard before it."""
+
+import subprocess
+import time
+
+from office import Failed, wait_for
+
+EDIT, BUTTON = 58, 45  # Roles of accessible objects are looked up by name below; these are only for speed.
+
+
+class Screen:
+    def __init__(self, width=1280, height=900):
+        reader, writer = __import__("os").pipe()
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp"],
+                                       pass_fds=[writer], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        __import__("os").close(writer)
+        with open(reader) as numbers:
+            self.display = ":" + numbers.readline().strip()
+        self.environment = {"DISPLAY": self.display, "SAL_USE_VCLPLUGIN": "gtk3", "GDK_BACKEND": "x11", "NO_AT_BRIDGE": "1"}
+        self.manager = self._start("openbox")
+
+    def _start(self, *command):
+        import os
+        return subprocess.Popen(command, env={**os.environ, **self.environment}, stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL)
+
+    def _run(self, *command):
+        import os
+        return subprocess.run(command, env={**os.environ, **self.environment}, check=False, capture_output=True, text=True).stdout
+
+    def close(self):
+        for process in (self.manager, self.server):
+            process.terminate()
+            process.wait(10)
+
+    def keys(self, *names):
+        for name in names:
+            self._run("xdotool", "key", name)
+            time.sleep(0.25)
+
+    def type(self, text):
+        self._run("xdotool", "type", text)
+        time.sleep(0.25)
+
+    def click(self, x, y):
+        self._run("xdotool", "mousemove", str(x), str(y), "click", "1")
+        time.sleep(0.4)
+
+    def windows(self):
+        return self._run("xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@").splitlines()
+
+    def wait_for_window(self, name, seconds=20):
+        wait_for(lambda: any(name in one for one in self.windows()), f"a window called {name}", seconds)
+        time.sleep(0.5)
+
+    def picture(self, path, window=None):
+        if window is None:
+            self._run("import", "-window", "root", str(path))
+            return
+        number = self._run("xdotool", "search", "--onlyvisible", "--name", window).split()
+        if not number:
+            raise Failed(f"no window called {window}")
+        self._run("import", "-frame", "-window", number[-1], str(path))
+
+
+class Controls:
+    """The controls of the office's active window, found by the names that assistive tools tell."""
+
+    def __init__(self, office, screen):
+        self.toolkit = office.create("com.sun.star.awt.Toolkit")
+        self.screen = screen
+
+    def _walk(self, accessible):
+        context = accessible.getAccessibleContext()
+        yield context
+        for i in range(min(context.getAccessibleChildCount(), 200)):
+            child = context.getAccessibleChild(i)
+            if child is not None:
+                yield from self._walk(child)
+
+    def find(self, name, role=None):
+        window = self.toolkit.getActiveTopWindow()
+        if window is None:
+            return None
+        for context in self._walk(window):
+            if context.getAccessibleName() == name and (role is None or context.getAccessibleRole() == role):
+                return context
+        return None
+
+    def names(self):
+        window = self.toolkit.getActiveTopWindow()
+        return [] if window is None else [one.getAccessibleName() for one in self._walk(window)]
+
+    def text(self, name, role):
+        return wait_for(lambda: self.find(name, role), f"a control called {name}").getText()
+
+    def click(self, name, role=None):
+        context = wait_for(lambda: self.find(name, role), f"a control called {name}")
+        place, size = context.getLocationOnScreen(), context.getSize()
+        self.screen.click(place.X + size.Width // 2, place.Y + size.Height // 2)
