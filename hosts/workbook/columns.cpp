@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "hosts/workbook/cell_address.h"
+#include "hosts/workbook/refuse.h"
 #include "hosts/workbook/sheet_frame.h"
 #include "hosts/workbook/small_xml.h"
 
@@ -28,7 +29,7 @@ std::string shortest(double value) {
 
 }  // namespace
 
-void Columns::load(const SheetFrame& frame) {
+void Columns::load(const SheetFrame& frame, std::size_t formatCount, const std::string& part) {
   pugi::xml_document document;
   if (!frame.load("cols", document)) return;
   for (const pugi::xml_node& node : document.document_element()) {
@@ -52,6 +53,11 @@ void Columns::load(const SheetFrame& frame) {
     }
     span.first = std::clamp(span.first, 1, lastSheetColumn);
     span.last = std::clamp(span.last, span.first, lastSheetColumn);
+    if (span.style >= formatCount) {
+      refuse("The part \"" + part + "\" of the workbook is damaged near column " + sheet::columnLetters(span.first) +
+             ": the cell format \"" + std::to_string(span.style) +
+             "\" does not exist. Let the spreadsheet repair the file and save it anew.");
+    }
     spans_.push_back(std::move(span));
   }
   std::stable_sort(spans_.begin(), spans_.end(), [](const Span& a, const Span& b) { return a.first < b.first; });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,7 +24,9 @@ class Columns {
     std::vector<std::pair<std::string, std::string>> others;  ///< attributes that are only kept
   };
 
-  void load(const SheetFrame& frame);
+  /// @param formatCount number of cell formats that the workbook has; a column may have none but these
+  /// @param part name for messages
+  void load(const SheetFrame& frame, std::size_t formatCount, const std::string& part);
   /// Null for a column that nothing is said about.
   [[nodiscard]] const Span* find(std::int32_t column) const noexcept;
   [[nodiscard]] const std::vector<Span>& spans() const noexcept { return spans_; }

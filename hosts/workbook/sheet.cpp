@@ -62,7 +62,7 @@ std::string Sheet::place(CellAddress at) const {
 
 void Sheet::load() {
   readSheet(*shared_.package, part_, shared_.styles.fileCount(), shared_.texts, cells_, frame_);
-  columns_.load(frame_);
+  columns_.load(frame_, shared_.styles.fileCount(), part_);
   loaded_ = true;
   readSurroundings();
 }

@@ -234,13 +234,13 @@ std::uint32_t Styles::withNumberFormat(std::uint32_t style, std::string_view cod
   if (numberFormat(style) == code) return style;
   std::int32_t number = builtInNumber(code);
   if (number < 0) {
-    std::int32_t last = firstCustomFormat - 1;
     for (const auto& [one, text] : numberFormats_) {
       if (text == code) number = one;
-      last = std::max(last, one);
     }
     if (number < 0) {
-      number = last + 1;
+      // Files may have numbers up to the largest, so the first free one is taken and not the one behind the last.
+      number = firstCustomFormat;
+      while (numberFormats_.count(number) != 0) ++number;
       numberFormats_[number] = code;
       newNumberFormats_.push_back(number);
     }

@@ -156,6 +156,18 @@ TEST(Formats, NumberFormatsOfOnesOwnAreAdded) {
   EXPECT_EQ(read(book.range("A1"), member::NumberFormat), Variant("0.000\"m\""));
 }
 
+TEST(Formats, ANewNumberFormatTakesTheFirstFreeNumberEvenWhereTheLargestIsInUse) {
+  BookText text = numbers(1);
+  text.styles =
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><numFmts count=\"2\">"
+      "<numFmt numFmtId=\"164\" formatCode=\"0.0\"/><numFmt numFmtId=\"2147483647\" formatCode=\"0.00000\"/></numFmts>"
+      "<cellXfs count=\"1\"><xf numFmtId=\"0\"/></cellXfs></styleSheet>";
+  OpenBook book(text);
+  book.range("A1").NumberFormat("0.000\"m\"");
+  const std::string styles = book.saved().at("xl/styles.xml");
+  EXPECT_NE(styles.find("<numFmt numFmtId=\"165\" formatCode=\"0.000&quot;m&quot;\"/>"), std::string::npos) << styles;
+}
+
 TEST(Formats, BordersGoToTheSidesOfTheCells) {
   OpenBook book(numbers(1));
   const sheet::Range block = book.range("B2:D4");

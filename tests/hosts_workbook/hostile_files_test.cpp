@@ -147,6 +147,8 @@ TEST(HostileFile, BrokenSheetsAreRefusedWithTheirPlace) {
   EXPECT_TRUE(says(cell("<c r=\"B3\" t=\"s\"><v>0</v></c>"), "the text does not exist"));
   EXPECT_TRUE(says(cell("<c r=\"B3\" t=\"q\"><v>0</v></c>"), "cell type"));
   EXPECT_TRUE(says(cell("<c r=\"B3\" s=\"9\"><v>0</v></c>"), "cell format"));
+  EXPECT_TRUE(says(sheetFailure("<cols><col min=\"2\" max=\"3\" style=\"9\"/></cols><sheetData/>"),
+                   "near column B: the cell format \"9\" does not exist"));
   EXPECT_TRUE(says(cell("<c r=\"XFE3\"><v>0</v></c>"), "XFE3"));
   EXPECT_TRUE(says(cell("<c r=\"B3\"/><c r=\"B3\"/>"), "twice"));
   EXPECT_TRUE(says(sheetFailure("<sheetData><row r=\"0\"/></sheetData>"), "row \"0\""));
