@@ -104,7 +104,8 @@ void Styles::List::beginSave() {
 }
 
 std::uint32_t Styles::List::assign(std::uint32_t number) {
-  if (number < original) return number;
+  // A number that the file refers to without having it stays as it is.
+  if (number < original || number >= items.size()) return number;
   if (const auto known = assigned.find(number); known != assigned.end()) return known->second;
   const auto next = static_cast<std::uint32_t>(original + news.size());
   assigned.emplace(number, next);

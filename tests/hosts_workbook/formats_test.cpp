@@ -168,6 +168,20 @@ TEST(Formats, ANewNumberFormatTakesTheFirstFreeNumberEvenWhereTheLargestIsInUse)
   EXPECT_NE(styles.find("<numFmt numFmtId=\"165\" formatCode=\"0.000&quot;m&quot;\"/>"), std::string::npos) << styles;
 }
 
+TEST(Formats, AStyleSheetWithoutFontsFillsAndBordersGetsThoseThatAreAskedForAlone) {
+  BookText text = numbers(1);
+  text.styles =
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><cellXfs count=\"1\">"
+      "<xf numFmtId=\"0\"/></cellXfs></styleSheet>";
+  OpenBook book(text);
+  book.range("A1").Interior().ColorIndex(3);
+  const std::string styles = book.saved().at("xl/styles.xml");
+  EXPECT_EQ(styles.find("<fonts"), std::string::npos) << styles;
+  EXPECT_EQ(styles.find("<borders"), std::string::npos) << styles;
+  EXPECT_NE(styles.find("<fills count=\"1\"><fill><patternFill patternType=\"solid\">"), std::string::npos) << styles;
+  EXPECT_NE(styles.find("<xf numFmtId=\"0\" fillId=\"0\" applyFill=\"1\"/>"), std::string::npos) << styles;
+}
+
 TEST(Formats, BordersGoToTheSidesOfTheCells) {
   OpenBook book(numbers(1));
   const sheet::Range block = book.range("B2:D4");
