@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XSheetAnnotation.hpp>
+#include <com/sun/star/sheet/XSheetAnnotationsSupplier.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
@@ -42,6 +45,7 @@ void SheetFacts::forgetContents(std::int32_t sheet) {
   facts.end.reset();
   facts.formulas.reset();
   facts.filled.reset();
+  facts.notes.reset();
 }
 
 void SheetFacts::plainValuesWritten(std::int32_t sheet, const CellArea& area) {
@@ -78,6 +82,25 @@ const std::vector<CellArea>& SheetFacts::formulas(std::int32_t sheet) {
   std::optional<std::vector<CellArea>>& formulas = of(sheet).formulas;
   if (!formulas) formulas = withContents(sheet, css::sheet::CellFlags::FORMULA);
   return *formulas;
+}
+
+std::vector<std::int32_t> SheetFacts::notedRows(const SheetArea& area) {
+  auto& notes = of(area.sheet).notes;
+  if (!notes) {
+    notes.emplace();
+    const uno::Reference<css::sheet::XSheetAnnotationsSupplier> supplier(session_.sheetAt(area.sheet),
+                                                                         uno::UNO_QUERY_THROW);
+    const uno::Reference<css::container::XIndexAccess> all(supplier->getAnnotations(), uno::UNO_QUERY_THROW);
+    for (sal_Int32 i = 0; i < all->getCount(); ++i) {
+      const uno::Reference<css::sheet::XSheetAnnotation> note(all->getByIndex(i), uno::UNO_QUERY_THROW);
+      const css::table::CellAddress at = note->getPosition();
+      (*notes)[at.Column + 1].insert(at.Row + 1);
+    }
+  }
+  const auto column = notes->find(area.area.firstColumn);
+  if (column == notes->end()) return {};
+  const std::set<std::int32_t>& rows = column->second;
+  return {rows.lower_bound(area.area.firstRow), rows.upper_bound(area.area.lastRow)};
 }
 
 const std::vector<CellArea>& SheetFacts::filled(std::int32_t sheet) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ class SheetFacts {
   [[nodiscard]] CellAddress end(std::int32_t sheet);
   /// The areas that hold formulas.
   [[nodiscard]] const std::vector<CellArea>& formulas(std::int32_t sheet);
+  /// The rows of an area in one column whose cells have notes, from the top down.
+  [[nodiscard]] std::vector<std::int32_t> notedRows(const SheetArea& area);
   /// The smallest area that holds all contents; nothing for an empty sheet.
   [[nodiscard]] std::optional<CellArea> used(std::int32_t sheet);
   /// Whether any cell of the area holds something.
@@ -46,6 +49,7 @@ class SheetFacts {
     std::optional<CellAddress> end;
     std::optional<std::vector<CellArea>> formulas;
     std::optional<std::vector<CellArea>> filled;
+    std::optional<std::map<std::int32_t, std::set<std::int32_t>>> notes;  ///< rows by column
   };
   [[nodiscard]] Facts& of(std::int32_t sheet) { return facts_[sheet]; }
   [[nodiscard]] std::vector<CellArea> withContents(std::int32_t sheet, sal_Int16 flags) const;

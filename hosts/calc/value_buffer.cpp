@@ -8,10 +8,12 @@
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
+#include <com/sun/star/text/XTextRange.hpp>
 #include <utility>
 
 #include "hosts/calc/cell_error.h"
 #include "hosts/calc/number_formats.h"
+#include "hosts/calc/sheet_facts.h"
 #include "mervane/runtime_errors.h"
 
 namespace mervane::calc {
@@ -121,11 +123,37 @@ void ValueBuffer::writeStretch(const SheetArea& place, const std::vector<uno::An
         ->clearContents(CellFlags::VALUE | CellFlags::DATETIME | CellFlags::STRING | CellFlags::FORMULA);
     return;
   }
-  uno::Sequence<uno::Sequence<uno::Any>> rows(place.area.rows());
-  auto* row = rows.getArray();
-  for (const uno::Any& value : values) *row++ = uno::Sequence<uno::Any>(&value, 1);
-  uno::Reference<css::sheet::XCellRangeData>(cells, uno::UNO_QUERY_THROW)->setDataArray(rows);
+  // What is written as a block takes the notes of its cells away, so those are written one by one.
+  const std::vector<std::int32_t> noted = session_.facts().notedRows(place);
+  std::size_t at = 0;
+  const auto writeUpTo = [&](std::int32_t row) {
+    const std::int32_t first = place.area.firstRow + static_cast<std::int32_t>(at);
+    if (row > first)
+      writeBlock({place.sheet, {first, place.area.firstColumn, row - 1, place.area.firstColumn}}, &values[at]);
+    at = static_cast<std::size_t>(row - place.area.firstRow);
+  };
+  for (const std::int32_t row : noted) {
+    writeUpTo(row);
+    writeOne(cells->getCellByPosition(0, row - place.area.firstRow), values[at++]);
+  }
+  writeUpTo(place.area.lastRow + 1);
   dropTruthFormats(place);
+}
+
+void ValueBuffer::writeBlock(const SheetArea& place, const uno::Any* values) {
+  uno::Sequence<uno::Sequence<uno::Any>> rows(place.area.rows());
+  for (auto* row = rows.getArray(); row != rows.getArray() + rows.getLength(); ++row) {
+    *row = uno::Sequence<uno::Any>(values++, 1);
+  }
+  uno::Reference<css::sheet::XCellRangeData>(session_.rangeOf(place), uno::UNO_QUERY_THROW)->setDataArray(rows);
+}
+
+void ValueBuffer::writeOne(const uno::Reference<css::table::XCell>& cell, const uno::Any& value) {
+  double number = 0.0;
+  if (value >>= number) return cell->setValue(number);
+  rtl::OUString text;
+  value >>= text;
+  uno::Reference<css::text::XTextRange>(cell, uno::UNO_QUERY_THROW)->setString(text);
 }
 
 /// A truth value is a number in a format of its own here; a plain number that comes into its cell is none.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <com/sun/star/table/XCell.hpp>
 #include <com/sun/star/uno/Any.hxx>
 #include <cstdint>
 #include <map>
@@ -37,6 +38,8 @@ class ValueBuffer {
   void writeColumn(std::int32_t sheet, std::int32_t column, std::vector<Entry>& entries,
                    std::vector<SheetArea>& written);
   void writeStretch(const SheetArea& place, const std::vector<uno::Any>& values);
+  void writeBlock(const SheetArea& place, const uno::Any* values);
+  static void writeOne(const uno::Reference<css::table::XCell>& cell, const uno::Any& value);
   void dropTruthFormats(const SheetArea& area);
   void raisePending();
 

@@ -111,5 +111,19 @@ TEST_F(LongColumns, AreEmptiedInTheOrderOfWritingAndKeepTheirNotes) {
   EXPECT_EQ(note->getString(), "kept");
 }
 
+TEST_F(LongColumns, AreWrittenWithTheirNotesKept) {
+  const uno::Reference<css::sheet::XSheetAnnotationsSupplier> supplier(host.sheet(0), uno::UNO_QUERY_THROW);
+  for (const sal_Int32 row : {0, 2, 3, 5}) supplier->getAnnotations()->insertNew({0, 0, row}, "kept");
+  for (std::int32_t row = 1; row <= 6; ++row) {
+    range("A1").Cells(row, 1).Value(row == 4 ? Variant("007") : Variant(1.5 * row));
+  }
+  host.host().flush();
+  const uno::Reference<css::container::XIndexAccess> notes(supplier->getAnnotations(), uno::UNO_QUERY_THROW);
+  EXPECT_EQ(notes->getCount(), 4);
+  for (std::int32_t row = 1; row <= 6; ++row) {
+    EXPECT_EQ(range("A1").Cells(row, 1).Value(), row == 4 ? Variant("007") : Variant(1.5 * row)) << row;
+  }
+}
+
 }  // namespace
 }  // namespace mervane::tests
