@@ -12,6 +12,8 @@
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
+#include <set>
+#include <string_view>
 
 namespace mervane::addin {
 
@@ -105,6 +107,12 @@ class Cells {
     const uno::Any& cell = rows_[row - range_.StartRow][column - range_.StartColumn];
     return cell.getValueTypeClass() == uno::TypeClass_DOUBLE;
   }
+  [[nodiscard]] std::string text(sal_Int32 column, sal_Int32 row) const {
+    rtl::OUString text;
+    rows_[row - range_.StartRow][column - range_.StartColumn] >>= text;
+    return fromOffice(text);
+  }
+  [[nodiscard]] const CellRangeAddress& range() const { return range_; }
   [[nodiscard]] bool isNumericColumn(sal_Int32 column, sal_Int32 firstRow, sal_Int32 lastRow) const {
     for (sal_Int32 row = firstRow; row <= lastRow; ++row) {
       if (!isNumber(column, row)) return false;
@@ -117,16 +125,55 @@ class Cells {
   uno::Sequence<uno::Sequence<uno::Any>> rows_;
 };
 
+/// What an earlier run has left in some cells. Its numbers are none to be clustered, and the next run writes over them.
+struct EarlierResults {
+  /// The first row of the blocks under the data; behind all rows where there are none.
+  sal_Int32 firstBlockRow = 0;
+  std::set<sal_Int32> listingColumns;
+  /// The first cell of the listing.
+  std::optional<CellRangeAddress> listing;
+};
+
+/// What follows the number in a text such as "Cluster 12 average"; nothing for other texts.
+std::optional<std::string> afterClusterNumber(const std::string& text) {
+  constexpr std::string_view word = "Cluster ";
+  if (!text.starts_with(word)) return std::nullopt;
+  std::size_t end = word.size();
+  while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
+  if (end == word.size()) return std::nullopt;
+  return text.substr(end);
+}
+
+EarlierResults earlierResults(const Cells& cells) {
+  const CellRangeAddress& range = cells.range();
+  EarlierResults results;
+  results.firstBlockRow = range.EndRow + 1;
+  for (sal_Int32 row = range.EndRow; row >= range.StartRow; --row) {
+    for (sal_Int32 column = range.EndColumn; column >= range.StartColumn; --column) {
+      const std::string text = cells.text(column, row);
+      if (text.empty()) continue;
+      const std::optional<std::string> rest = afterClusterNumber(text);
+      if (rest && rest->starts_with(' ')) results.firstBlockRow = row;
+      const bool heads = text == "Clusters" || (rest && rest->empty());
+      if (!heads || row == range.EndRow || !cells.isNumber(column, row + 1)) continue;
+      results.listingColumns.insert(column);
+      results.listing = CellRangeAddress(range.Sheet, column, row + 1, column, row + 1);
+    }
+  }
+  return results;
+}
+
 /// The block of whole columns of numbers in a range: a heading row is left out, and of the runs of such columns the
 /// widest is taken, the leftmost of equals.
-std::optional<CellRangeAddress> numbersIn(const Document& document, CellRangeAddress range) {
-  const Cells cells(document, range);
+std::optional<CellRangeAddress> numbersIn(const Cells& cells, CellRangeAddress range, const EarlierResults& results) {
+  range.EndRow = std::min(range.EndRow, results.firstBlockRow - 1);
   for (const sal_Int32 firstRow : {range.StartRow, range.StartRow + 1}) {
     if (firstRow > range.EndRow) break;
     std::optional<CellRangeAddress> best;
     sal_Int32 begin = -1;
     for (sal_Int32 column = range.StartColumn; column <= range.EndColumn + 1; ++column) {
-      const bool numeric = column <= range.EndColumn && cells.isNumericColumn(column, firstRow, range.EndRow);
+      const bool numeric = column <= range.EndColumn && results.listingColumns.count(column) == 0 &&
+                           cells.isNumericColumn(column, firstRow, range.EndRow);
       if (numeric && begin < 0) begin = column;
       if (numeric || begin < 0) continue;
       if (!best || column - begin > best->EndColumn - best->StartColumn + 1) {
@@ -220,17 +267,21 @@ std::string pickerText(const Document& document, const CellRangeAddress& range) 
 std::optional<Proposal> proposeFromSelection(const Document& document) {
   const uno::Reference<star::sheet::XCellRangeAddressable> selected(document->getCurrentSelection(), uno::UNO_QUERY);
   if (!selected.is()) return std::nullopt;
-  CellRangeAddress range = selected->getRangeAddress();
+  const CellRangeAddress range = selected->getRangeAddress();
   const bool single = range.StartColumn == range.EndColumn && range.StartRow == range.EndRow;
-  const CellRangeAddress region = regionAround(document, range);
-  range = confined(document, single ? region : range);
-  range.EndRow = std::min(range.EndRow, lastReferenceRow);
-  const auto numbers = numbersIn(document, range);
+  CellRangeAddress region = confined(document, regionAround(document, range));
+  region.EndRow = std::min(region.EndRow, std::max(lastReferenceRow, region.StartRow));
+  CellRangeAddress asked = single ? region : confined(document, range);
+  asked.EndRow = std::min(asked.EndRow, std::max(lastReferenceRow, asked.StartRow));
+  const EarlierResults results = earlierResults(Cells(document, region));
+  const auto numbers = numbersIn(Cells(document, asked), asked, results);
   if (!numbers) return std::nullopt;
   Proposal proposal{referenceText(document, *numbers), {}};
   // The column right of the inputs takes the labels of the statistics, so one stays free between.
   const sal_Int32 column = std::max(numbers->EndColumn + 2, region.EndColumn + 2);
-  if (column <= lastReferenceColumn) {
+  if (results.listing) {
+    proposal.outputs = referenceText(document, *results.listing);
+  } else if (column <= lastReferenceColumn) {
     proposal.outputs =
         referenceText(document, CellRangeAddress(numbers->Sheet, column, numbers->StartRow, column, numbers->StartRow));
   }

@@ -23,6 +23,7 @@ namespace mervane::addin {
                                      const star::table::CellRangeAddress& range);
 
 /// What the selection proposes to be clustered: the selected range, or for one cell the block of numbers around it.
+/// Results of an earlier run are no such numbers, and the next run is proposed to write over them.
 struct Proposal {
   std::string inputs;
   std::string outputs;

@@ -112,6 +112,44 @@ TEST_F(References, WholeColumnsEndWithTheUsedCells) {
   EXPECT_EQ(proposal->inputs, "Data!C3:D5");
 }
 
+TEST_F(References, ResultsOfAnEarlierRunAreNotProposedAndTheNextRunWritesOverThem) {
+  rename("Data");
+  // Without the notes in F, as the labels of the blocks stand there.
+  const auto put = [&](sal_Int32 column, sal_Int32 row, const uno::Any& value) {
+    const uno::Reference<star::sheet::XCellRangeData> cell(sheet->getCellRangeByPosition(column, row, column, row),
+                                                           uno::UNO_QUERY_THROW);
+    const uno::Sequence<uno::Any> only(&value, 1);
+    cell->setDataArray(uno::Sequence<uno::Sequence<uno::Any>>(&only, 1));
+  };
+  const auto text = [](const char* one) { return uno::Any(rtl::OUString::createFromAscii(one)); };
+  for (sal_Int32 row = 1; row <= 4; ++row) put(5, row, text(""));
+  for (sal_Int32 row = 5; row <= 6; ++row) {
+    for (sal_Int32 column = 2; column <= 4; ++column) put(column, row, uno::Any(1.5));
+    put(5, row, text(row == 5 ? "Cluster 1 weighted average (%)" : "Cluster 2 weighted average (%)"));
+  }
+  put(6, 1, text("Clusters"));
+  for (sal_Int32 row = 2; row <= 4; ++row) put(6, row, uno::Any(1.0));
+  for (const auto& [column, row] : {std::pair(1, 1), std::pair(3, 3), std::pair(6, 2), std::pair(5, 5)}) {
+    select(column, row, column, row);
+    const auto proposal = proposeFromSelection(document);
+    ASSERT_TRUE(proposal) << column << " " << row;
+    EXPECT_EQ(proposal->inputs, "Data!C3:E5");
+    EXPECT_EQ(proposal->outputs, "Data!G3");
+  }
+  // A listing with a column for each cluster may be wider than the numbers.
+  for (sal_Int32 cluster = 1; cluster <= 4; ++cluster) {
+    put(5 + cluster, 1, text(("Cluster " + std::to_string(cluster)).c_str()));
+    for (sal_Int32 row = 2; row <= 4; ++row) put(5 + cluster, row, uno::Any(row == cluster ? 1.0 : 0.0));
+  }
+  select(2, 2, 4, 4);
+  const auto proposal = proposeFromSelection(document);
+  ASSERT_TRUE(proposal);
+  EXPECT_EQ(proposal->inputs, "Data!C3:E5");
+  EXPECT_EQ(proposal->outputs, "Data!G3");
+  select(1, 1, 1, 1);
+  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!C3:E5");
+}
+
 TEST_F(References, ASelectionWithoutNumbersProposesNothing) {
   select(1, 1, 1, 4);
   EXPECT_FALSE(proposeFromSelection(document));
