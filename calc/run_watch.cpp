@@ -6,7 +6,7 @@
 #include <com/sun/star/awt/XWindow.hpp>
 #include <com/sun/star/task/XStatusIndicatorFactory.hpp>
 #include <optional>
-#include <set>
+#include <vector>
 
 #include "calc/border.h"
 #include "calc/references.h"
@@ -47,6 +47,7 @@ class RunWatch::Work {
   [[nodiscard]] bool wasStopped() const { return stopped_; }
 
  private:
+  [[nodiscard]] std::vector<star::table::CellRangeAddress> writtenCells() const;
   void epochDone(std::int32_t epoch);
   void look(std::int32_t epoch);
   bool pressed(int key);
@@ -72,13 +73,7 @@ void RunWatch::Work::begin() {
   running_ = true;
   stopped_ = false;
   // Each of these is a comfort; the run goes on without any of them.
-  atBorder([&] {
-    std::set<sal_Int16> sheets;
-    for (const std::string& text : {classifier_.CellInputs(), classifier_.CellOutputs()}) {
-      if (const auto range = rangeOf(document_, text)) sheets.insert(range->Sheet);
-    }
-    undo_ = std::make_unique<UndoStep>(office_, document_, sheets, undoTitle);
-  });
+  atBorder([&] { undo_ = std::make_unique<UndoStep>(office_, document_, writtenCells(), undoTitle); });
   atBorder([&] {
     const uno::Reference<star::task::XStatusIndicatorFactory> factory(frame_, uno::UNO_QUERY_THROW);
     indicator_ = factory->createStatusIndicator();
@@ -107,6 +102,22 @@ void RunWatch::Work::end(const std::function<void()>& writeAll) {
   };
   const Ending ending{*this};
   if (writeAll) writeAll();
+}
+
+/// What a run writes at most: the rows of the input with one column more, five blocks of a row for each cluster under
+/// them, and the listing.
+std::vector<star::table::CellRangeAddress> RunWatch::Work::writtenCells() const {
+  constexpr sal_Int32 blocks = 5;
+  std::vector<star::table::CellRangeAddress> written;
+  const auto inputs = rangeOf(document_, classifier_.CellInputs());
+  const auto outputs = rangeOf(document_, classifier_.CellOutputs());
+  if (!inputs || !outputs) return written;
+  const sal_Int32 clusters = classifier_.Clusters();
+  written.push_back({inputs->Sheet, inputs->StartColumn, inputs->StartRow, inputs->EndColumn + 1,
+                     inputs->EndRow + blocks * clusters});
+  written.push_back({outputs->Sheet, outputs->StartColumn, outputs->StartRow, outputs->StartColumn + clusters - 1,
+                     outputs->StartRow + inputs->EndRow - inputs->StartRow});
+  return written;
 }
 
 /// The window takes no keys and clicks, but Escape, which is read before it gets there.

@@ -3,7 +3,6 @@
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/table/CellRangeAddress.hpp>
 #include <memory>
-#include <set>
 #include <vector>
 
 #include "calc/office.h"
@@ -14,11 +13,14 @@ namespace mervane::addin {
 /// which charts there are. It can be put back later.
 ///
 /// The office's own record of changes made by a program is not used: it leaves cells filled that were empty, and
-/// crashes over charts. Not remembered are formats of single letters within a cell, notes, and what a chart looks like:
-/// charts that have come are taken away, ones that have gone do not come back.
+/// crashes over charts. Putting back touches what has changed and nothing else. Not remembered are links, formats of
+/// single letters within a cell, notes, conditional formats and rules of validity, which matters where rows have been
+/// sorted; and what a chart looks like: charts that have come are taken away, ones that have gone do not come back.
 class SheetMemory {
  public:
-  SheetMemory(const uno::Reference<star::frame::XModel>& document, const std::set<sal_Int16>& sheets);
+  /// @param written what will be written at most; their sheets are remembered, whole
+  SheetMemory(const uno::Reference<star::frame::XModel>& document,
+              const std::vector<star::table::CellRangeAddress>& written);
   ~SheetMemory();
   SheetMemory(const SheetMemory&) = delete;
   SheetMemory& operator=(const SheetMemory&) = delete;

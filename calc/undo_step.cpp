@@ -65,9 +65,10 @@ class Step final : public cppu::WeakImplHelper1<star::document::XUndoAction> {
 
 }  // namespace
 
-UndoStep::UndoStep(const Office& office, const Document& document, const std::set<sal_Int16>& sheets, const char* title)
+UndoStep::UndoStep(const Office& office, const Document& document,
+                   const std::vector<star::table::CellRangeAddress>& written, const char* title)
     : office_(office), document_(document), title_(rtl::OUString::createFromAscii(title)) {
-  before_ = std::make_shared<SheetMemory>(document, sheets);
+  before_ = std::make_shared<SheetMemory>(document, written);
   recordChanges(document_, false);
 }
 

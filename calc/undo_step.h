@@ -1,8 +1,9 @@
 #pragma once
 
 #include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/table/CellRangeAddress.hpp>
 #include <memory>
-#include <set>
+#include <vector>
 
 #include "calc/office.h"
 
@@ -14,8 +15,9 @@ class SheetMemory;
 /// the office gives up the earlier ones, and there is no redo behind it.
 class UndoStep {
  public:
-  UndoStep(const Office& office, const uno::Reference<star::frame::XModel>& document, const std::set<sal_Int16>& sheets,
-           const char* title);
+  /// @param written what will be written at most
+  UndoStep(const Office& office, const uno::Reference<star::frame::XModel>& document,
+           const std::vector<star::table::CellRangeAddress>& written, const char* title);
   ~UndoStep();
   UndoStep(const UndoStep&) = delete;
   UndoStep& operator=(const UndoStep&) = delete;

@@ -13,7 +13,12 @@ import subprocess
 import sys
 import time
 
-from office import Failed, Office, cells, expect, looks, wait_for
+import uno  # noqa: F401: makes the office's types importable
+from com.sun.star.sheet import TableFilterField
+from com.sun.star.sheet.ConditionOperator import GREATER
+from com.sun.star.sheet.FilterOperator import EQUAL
+from com.sun.star.sheet.ValidationType import DECIMAL
+from office import Failed, Office, cells, expect, looks, properties, wait_for
 from screen import Controls, Screen
 
 ROLE_EDIT, ROLE_LABEL = 60, 30
@@ -31,6 +36,12 @@ class Driver:
         self.pictures = pathlib.Path(pictures) if pictures else None
         self.book = self.folder / "iris.xlsx"
         shutil.copy(self.sources / "examples/iris.xlsx", self.book)
+
+    def copy_of_book(self, name):
+        """A file that is open already would only be brought to the front."""
+        copy = self.folder / name
+        shutil.copy(self.book, copy)
+        return copy
 
     # --- Installing -------------------------------------------------------------------------------------------------
 
@@ -78,6 +89,7 @@ class Driver:
             expect(len(sheet.Charts.ElementNames) == 0, "undoing the step takes the charts away")
             expect(looks(sheet) == looks_before, "undoing the step brings back formats and widths")
             step("one undo takes back what a run wrote")
+            self.undo_beside_other_things(office)
             answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
             expect(answer.State == 1 and cells(document) == after, "the next run gives the same again")
             answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
@@ -100,6 +112,57 @@ class Driver:
         remembered = subprocess.run([str(self.mervane), "settings", "list"], capture_output=True, text=True, check=False).stdout
         expect("Nowhere!B2:E9" in remembered, "the command line program knows what the dialog remembers")
         step("options are remembered in the store of the command line program")
+
+    def undo_beside_other_things(self, office):
+        """What a run does not write stays through its undoing, and a filter that it switched off comes back."""
+        document = office.load(self.copy_of_book("other-things.xlsx"))
+        sheet = document.Sheets.getByIndex(0)
+        cell = sheet.getCellRangeByName
+        cell("J170:K171").merge(True)
+        cell("K180:K182").setArrayFormula("=B2:B4*2")
+        link = document.createInstance("com.sun.star.text.TextField.URL")
+        link.URL, link.Representation = "http://example.org/", "link"
+        cell("L180").insertTextContent(cell("L180").createTextCursor(), link, False)
+        cell("L182").String = "0012"
+        sheet.Annotations.insertNew(cell("E153").CellAddress, "in a block")
+        sheet.Annotations.insertNew(cell("G3").CellAddress, "in the listing")
+        rule = cell("M180").Validation
+        rule.Type = DECIMAL
+        cell("M180").Validation = rule
+        condition = cell("M182").ConditionalFormat
+        condition.addNew(properties(Operator=GREATER, Formula1="6", StyleName="Accent 1"))
+        cell("M182").ConditionalFormat = condition
+        filters = document.getPropertyValue("UnnamedDatabaseRanges")
+        filters.setByTable(cell("A1:E151").RangeAddress)
+        filters.getByTable(0).AutoFilter = True
+        wanted = TableFilterField(Field=0, IsNumeric=False, StringValue="setosa", Operator=EQUAL)
+        filter_ = cell("A1:E151").createFilterDescriptor(True)
+        filter_.ContainsHeader, filter_.FilterFields = True, (wanted,)
+        cell("A1:E151").filter(filter_)
+
+        def state():
+            area = filters.getByTable(0).DataArea
+            return {"cells": cells(document), "looks": looks(sheet), "merge": cell("J170").IsMerged,
+                    "array": cell("K180:K182").ArrayFormula, "links": cell("L180").TextFields.Count,
+                    "text": cell("L182").Type.value, "notes": {(note.Position.Column, note.Position.Row) for note in sheet.Annotations},
+                    "rule": cell("M180").Validation.Type.value, "condition": cell("M182").ConditionalFormat.Count,
+                    "filter": (filters.getByTable(0).AutoFilter, area.StartColumn, area.EndColumn, area.EndRow),
+                    "hidden": [row for row in range(200) if not sheet.Rows.getByIndex(row).IsVisible]}
+
+        before = state()
+        expect(len(before["hidden"]) == 100, "the filter hides the other species")
+        answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, Clusters=3, AutoFilter=False)
+        expect(answer.State == 1, f"a run beside other things succeeds: {answer.Result}")
+        run = state()
+        expect(run["filter"][0] is False and not run["hidden"], "a run without filter switches the filter off")
+        expect(run["notes"] == before["notes"], f"a run keeps the notes of the cells that it writes: {run['notes']}")
+        office.on_main_thread(document.UndoManager.undo)
+        wait_for(lambda: state()["hidden"] == before["hidden"], "undoing brings the filter back")
+        after = state()
+        for name, value in before.items():
+            expect(after[name] == value, f"undoing leaves {name} as before: {value}, not {after[name]}")
+        document.close(True)
+        step("one undo leaves alone what a run did not write, and brings back a filter")
 
     def compare_with_command_line(self, office, after):
         made = self.folder / "by-command-line.xlsx"
@@ -219,9 +282,7 @@ class Driver:
         step("ranges are picked with the office's own picker")
 
     def closing(self):
-        copy = self.folder / "other.xlsx"  # A file that is open already would only be brought to the front.
-        shutil.copy(self.book, copy)
-        other = self.office.load(copy)
+        other = self.office.load(self.copy_of_book("other.xlsx"))
         asked = self.office.dispatch_beside(other)
         self.screen.wait_for_window("Mervane Kelvash")
         try:
@@ -250,9 +311,7 @@ class Driver:
 
     def stopping(self):
         """A run that would take minutes is stopped by Escape; what it has learnt is written."""
-        copy = self.folder / "long.xlsx"
-        shutil.copy(self.book, copy)
-        document = self.office.load(copy)
+        document = self.office.load(self.copy_of_book("long.xlsx"))
         rows = tuple(tuple(float(row * factor % 97) for factor in range(3, 11)) for row in range(4000))
         document.Sheets.getByIndex(0).getCellRangeByName("K2:R4001").setDataArray(rows)
         asked = self.office.dispatch_beside(document, Inputs="Iris!K2:R4001", Outputs=OUTPUTS, Clusters=40,
@@ -291,6 +350,11 @@ class Driver:
         time.sleep(1)
         expect(cells(self.document) == self.result, "a run in the window gives what it gives without one")
         self.keep_result_picture()
+        self.open_dialog()
+        proposed = (self.field("Inputs:"), self.field("Outputs:"))
+        expect(proposed == (INPUTS, OUTPUTS), f"the next run is proposed for the same ranges: {proposed}")
+        self.screen.keys("Escape")
+        self.wait_until_closed()
         before_undo = cells(self.document)
         self.screen.keys("ctrl+z")
         wait_for(lambda: cells(self.document) != before_undo, "one undo takes the run back")
