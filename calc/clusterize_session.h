@@ -29,8 +29,8 @@ class RunWatch;
 
 /// What a clustering is asked to do.
 struct Request {
-  /// Options by their keys in the dialog, in any case, with the texts that a user would type; for a check box or a
-  /// radio item true or false.
+  /// Options by their keys in the dialog, in any case, with numbers or the texts that a user would type; for a check
+  /// box or a radio item true or false.
   EnteredOptions options;
   /// Nobody is asked and nothing is shown: the options are entered, "Clusterize" is pressed, and the first failure
   /// ends the run.

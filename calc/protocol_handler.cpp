@@ -23,14 +23,14 @@ constexpr const char* command = "vnd.mervane:clusterize";
 using Arguments = uno::Sequence<star::beans::PropertyValue>;
 using ResultListener = uno::Reference<star::frame::XDispatchResultListener>;
 
-std::string textOf(const uno::Any& value) {
+Variant valueOf(const uno::Any& value) {
   rtl::OUString text;
   bool truth = false;
   double number = 0.0;
   if (value >>= text) return fromOffice(text);
   if (value >>= truth) return truth ? "true" : "false";
-  if (value >>= number) return fromOffice(rtl::OUString::number(number));
-  return {};
+  if (value >>= number) return number;
+  return std::string();
 }
 
 /// With options the run is silent, so that macros and scripts can cluster without anybody at the screen.
@@ -40,7 +40,7 @@ Request requestOf(const Arguments& arguments) {
     const std::string name = fromOffice(argument.Name);
     // What the office's own dispatching adds.
     if (name == "SynchronMode" || name == "Referer" || name == "KeyModifier") continue;
-    request.options.emplace_back(name, textOf(argument.Value));
+    request.options.emplace_back(name, valueOf(argument.Value));
   }
   request.silent = !request.options.empty();
   return request;

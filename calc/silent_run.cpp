@@ -88,8 +88,8 @@ std::string enter(HeadlessOptionWindow& window, const std::string& key, const st
 void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report) {
   const auto user = std::make_shared<platform::HeadlessUser>();
   user->atNextShowing([options, &report](HeadlessOptionWindow& window) {
-    for (const auto& [key, text] : options) {
-      report = enter(window, key, text);
+    for (const auto& [key, value] : options) {
+      report = enter(window, key, toText(value, globals::locale()));
       if (!report.empty()) return;  // The window is closed then.
     }
     window.press("CLASSIFY");

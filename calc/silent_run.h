@@ -4,12 +4,13 @@
 #include <utility>
 #include <vector>
 
+#include "mervane/variant.h"
 #include "platform/services.h"
 
 namespace mervane::addin {
 
-/// Options by their keys in the dialog, with the texts that a user would type.
-using EnteredOptions = std::vector<std::pair<std::string, std::string>>;
+/// Options by their keys in the dialog: numbers, or the texts that a user would type.
+using EnteredOptions = std::vector<std::pair<std::string, Variant>>;
 
 /// Has the services ask nobody: the dialog's window is not seen, the options are entered in it and "Clusterize" is
 /// pressed; messages go to `report`, and failures are aborted and reported there too.

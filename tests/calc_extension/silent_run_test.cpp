@@ -56,6 +56,17 @@ TEST_F(SilentRun, TheEntriesAreRememberedAndThePlaceOfTheUnseenWindowIsNot) {
   EXPECT_GT(values, 20U);
 }
 
+TEST_F(SilentRun, ANumberMeansTheSameInEveryLocale) {
+  machine.services->locale = localeNamed("de-DE");
+  EXPECT_EQ(play({{"LearningRate", 0.25}, {"InitialWeights", "0,75"}, {"Clusters", 4.0}, {"ActivationFunction", 2.0}}),
+            "CLASSIFY");
+  EXPECT_EQ(report, "");
+  EXPECT_EQ(dialog.LearningRate(), "0,25");
+  EXPECT_EQ(dialog.InitialWeights(), "0,75");
+  EXPECT_EQ(dialog.Clusters(), "4");
+  EXPECT_EQ(dialog.ActivationFunction(), ACTIVATE_FUNC_TANH);
+}
+
 TEST_F(SilentRun, AChoiceIsTakenByItsNameToo) {
   EXPECT_EQ(play({{"ActivationFunction", "Threshold function"}}), "CLASSIFY");
   EXPECT_EQ(dialog.ActivationFunction(), ACTIVATE_FUNC_ZEROT);
