@@ -38,7 +38,15 @@ star::beans::PropertyValue argument(const char* name, const uno::Any& value) {
 void ClusterizeSession::start(const Office& office, const uno::Reference<star::frame::XFrame>& frame,
                               const Request& request, Finished finished) {
   if (running != nullptr) {
-    finished({.done = false, .message = "A clustering is already open. Finish it or close its dialog first."});
+    const std::string refusal = "A clustering is already open. Finish it or close its dialog first.";
+    if (!request.silent) {
+      // While a range is picked, the menu can be used; an entry of it that did nothing would be a riddle.
+      OfficeDesk desk;
+      desk.office = office;
+      desk.parent.set(frame->getContainerWindow(), uno::UNO_QUERY);
+      atBorder([&] { showMessage(desk, messageTitle, refusal); });
+    }
+    finished({.done = false, .message = refusal});
     return;
   }
   const rtl::Reference<ClusterizeSession> session(new ClusterizeSession(office, frame, request, std::move(finished)));

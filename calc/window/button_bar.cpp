@@ -52,29 +52,26 @@ void ButtonBar::detach() {
   }
 }
 
-int ButtonBar::place(int left, int top) {
-  const int begin = left;
-  for (const Button& button : buttons_) show(button.control, items_.Contains(button.key));
-  bool first = true;
-  for (const OptionItem& item : items_) {
-    const auto button =
-        std::find_if(buttons_.begin(), buttons_.end(), [&](const Button& one) { return one.key == item.Key; });
-    if (button == buttons_.end()) {
-      left += shell_.fromTwips(item.Width);
-      continue;
-    }
-    if (!first) left += shell_.across(gapBetween);
-    first = false;
-    addin::place(button->control, left, top, button->width, height_);
-    left += button->width;
-  }
-  return left - begin;
+int ButtonBar::gap() const {
+  return shell_.across(gapBetween);
 }
 
-void ButtonBar::focusFirst() {
-  if (buttons_.empty()) return;
-  const uno::Reference<awt::XWindow> window(buttons_.front().control, uno::UNO_QUERY_THROW);
-  window->setFocus();
+void ButtonBar::place(int left, int top) {
+  for (const Button& button : buttons_) {
+    const bool seen = items_.Contains(button.key);
+    show(button.control, seen);
+    if (!seen) continue;
+    addin::place(button.control, left, top, button.width, height_);
+    left += button.width + gap();
+  }
+}
+
+int ButtonBar::width() const {
+  int width = 0;
+  for (const Button& button : buttons_) {
+    if (items_.Contains(button.key)) width += button.width + gap();
+  }
+  return std::max(width - gap(), 0);
 }
 
 }  // namespace mervane::addin

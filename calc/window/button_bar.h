@@ -24,11 +24,12 @@ class ButtonBar {
   void add(const std::vector<std::string>& captions, sal_Int16 firstTabIndex);
   void connect(std::function<void(const std::string& key)> pressed, std::function<void()> entered);
   void detach();
-  /// Lays out what is in the bar now; a button whose item is gone is not seen. A spacer moves the next button by its
-  /// own width. Answers the width of all.
-  int place(int left, int top);
+  /// Lays out what is in the bar now; a button whose item is gone is not seen. Spacers are passed over: their widths
+  /// are for buttons of the design, and ours are as wide as their captions ask for.
+  void place(int left, int top);
+  /// What the buttons in the bar take now.
+  [[nodiscard]] int width() const;
   [[nodiscard]] int height() const { return height_; }
-  void focusFirst();
 
  private:
   struct Button {
@@ -37,6 +38,7 @@ class ButtonBar {
     int width = 0;
     rtl::Reference<ControlListener> listener;
   };
+  [[nodiscard]] int gap() const;
 
   DialogShell& shell_;
   const platform::OptionItems& items_;

@@ -88,7 +88,8 @@ void ErrorWindow::load(const std::string& caption, const OptionItems& title, con
                                         if (shown_ && activations_++ > 0) events_->activated();
                                       },
                                   .key = {}});
-  shell_->resize(shell_->across(clientWidth), shell_->down(clientHeight));
+  const int wanted = bar_->width() + 2 * shell_->across(edge);
+  shell_->resize(std::max(shell_->across(clientWidth), wanted), shell_->down(clientHeight));
   shell_->centre();
   layOut();
   shell_->window()->addWindowListener(listener_.get());
@@ -131,7 +132,7 @@ void ErrorWindow::layOut() {
   place(picture_, margin, margin + (band - side) / 2, side, side);
   place(band_, 2 * margin + side, margin, client.Width - side - 3 * margin, band);
   place(report_, margin, band + 2 * margin, client.Width - 2 * margin, client.Height - band - 2 * margin - bar);
-  bar_->place(margin, client.Height - bar + margin);
+  bar_->place(std::max((static_cast<int>(client.Width) - bar_->width()) / 2, margin), client.Height - bar + margin);
 }
 
 void ErrorWindow::itemsChanged() {

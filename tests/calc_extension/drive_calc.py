@@ -203,6 +203,7 @@ class Driver:
             self.picking()
             self.closing()
             self.clustering()
+            self.failing()
             self.stopping()
             self.document.setModified(False)
             expect(self.office.quit(), "the office quits by itself and without a crash")
@@ -274,6 +275,13 @@ class Driver:
         expect(self.field("Inputs:") == "Iris!B2:D31", "the picked range stands in the dialog")
         self.controls.click("Pick the range of Inputs on the sheet")
         self.screen.wait_for_window("pick the numbers to cluster")
+        # Asked for once more meanwhile, it says why nothing comes of that.
+        asked = self.office.dispatch_beside(self.document)
+        self.screen.wait_for_window("Mervane", exactly=True)
+        self.screen.keys("Return")
+        asked.join(10)
+        expect(asked.result is not None and "already open" in asked.result.Result, f"one dialog at a time: {asked.result}")
+        self.screen.activate("pick the numbers to cluster")
         self.screen.keys("Escape")
         self.screen.wait_for_window("Mervane Kelvash")
         expect(self.field("Inputs:") == "Iris!B2:D31", "a picking that is given up changes nothing")
@@ -308,6 +316,35 @@ class Driver:
         expect(self.office.is_alive(), "the office lives on")
         self.document = None
         step("closing the document or the office with the dialog open does no harm")
+
+    def failing(self):
+        """A run that meets a failure shows the report; Abort ends it."""
+        document = self.office.load(self.copy_of_book("protected.xlsx"))
+        document.Sheets.getByIndex(0).protect("")
+        before = cells(document)
+        asked = self.office.dispatch_beside(document)
+        self.screen.wait_for_window("Mervane Kelvash")
+        self.controls.click("Clusterize")
+        self.screen.wait_for_window("Error", exactly=True)
+        names = self.controls.names()
+        for name in ("An error occurred in MervaneClass", "Abort", "Retry", "Ignore"):
+            expect(name in names, f"the error dialog shows {name!r}: {names}")
+        self.screen.picture(self.folder / "error.png")
+        spans = [self.controls.span(name) for name in ("Abort", "Ignore")]
+        left, right = self.controls.window_span()
+        off = (spans[0][0] - left) - (right - spans[1][1])
+        expect(abs(off) <= 3 and spans[0][0] > left, f"the buttons stand in the middle: {spans} of {left} to {right}")
+        self.controls.click("Retry")
+        self.screen.wait_for_window("Error", exactly=True)
+        # Sorting is given up by the first Abort, and the listing, which meets the same failure, by the second.
+        for _ in range(2):
+            self.controls.click("Abort")
+            asked.join(3)
+        expect(asked.result is not None, "Abort ends the run")
+        expect(cells(document) == before, "nothing has been written on a protected sheet")
+        document.setModified(False)
+        document.close(True)
+        step("a failure is reported in the error dialog and aborted there")
 
     def stopping(self):
         """A run that would take minutes is stopped by Escape; what it has learnt is written."""

@@ -49,9 +49,14 @@ class Screen:
     def windows(self):
         return self._run("xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@").splitlines()
 
-    def wait_for_window(self, name, seconds=20):
-        wait_for(lambda: any(name in one for one in self.windows()), f"a window called {name}", seconds)
+    def wait_for_window(self, name, seconds=20, exactly=False):
+        wait_for(lambda: any(name == one if exactly else name in one for one in self.windows()), f"a window called {name}", seconds)
         time.sleep(0.5)
+
+    def activate(self, name):
+        """Brings a window to the front and gives it the keyboard, as a click into it does."""
+        self._run("xdotool", "search", "--onlyvisible", "--name", name, "windowactivate", "--sync")
+        time.sleep(0.4)
 
     def picture(self, path, window=None):
         if window is None:
@@ -98,3 +103,14 @@ class Controls:
         context = wait_for(lambda: self.find(name, role), f"a control called {name}")
         place, size = context.getLocationOnScreen(), context.getSize()
         self.screen.click(place.X + size.Width // 2, place.Y + size.Height // 2)
+
+    def span(self, name):
+        """Where a control begins and ends on the screen, from left to right."""
+        context = wait_for(lambda: self.find(name), f"a control called {name}")
+        left = context.getLocationOnScreen().X
+        return left, left + context.getSize().Width
+
+    def window_span(self):
+        context = self.toolkit.getActiveTopWindow().getAccessibleContext()
+        left = context.getLocationOnScreen().X
+        return left, left + context.getSize().Width
