@@ -5,13 +5,12 @@
 #include <com/sun/star/awt/XTextComponent.hpp>
 #include <com/sun/star/style/VerticalAlignment.hpp>
 #include <string>
-#include <vector>
 
 #include "calc/border.h"
 #include "calc/window/button_bar.h"
 #include "calc/window/dialog_closer.h"
 #include "calc/window/window_listener.h"
-#include "support/mnemonics.h"
+#include "platform/mnemonics.h"
 
 namespace mervane::addin {
 namespace {
@@ -97,8 +96,6 @@ void ErrorWindow::load(const std::string& caption, const OptionItems& title, con
 }
 
 void ErrorWindow::build(const std::string& caption) {
-  std::vector<std::string> captions;
-  for (const OptionItem& button : *buttons_) captions.push_back(button.Caption);
   shell_ = std::make_unique<DialogShell>(office_, caption);
   const Properties picture = shell_->add("UnoControlImageControlModel", "picture");
   set(picture, "Border", uno::Any(static_cast<sal_Int16>(0)));
@@ -115,7 +112,7 @@ void ErrorWindow::build(const std::string& caption) {
   set(report, "HelpText", uno::Any(rtl::OUString("The failure report; it can be selected and copied")));
   set(report, "TabIndex", uno::Any(static_cast<sal_Int16>(20)));
   bar_ = std::make_unique<ButtonBar>(*shell_, *buttons_, office_.pictures);
-  bar_->add(withMnemonics(captions, '~'), 1);
+  bar_->add(platform::markedCaptions(*buttons_, {}, '~').buttons, 1);
   shell_->open(parent_);
   picture_ = shell_->control("picture");
   band_ = shell_->control("band");

@@ -5,14 +5,13 @@
 #include <com/sun/star/awt/ScrollBarOrientation.hpp>
 #include <com/sun/star/awt/XScrollBar.hpp>
 #include <string>
-#include <vector>
 
 #include "calc/border.h"
 #include "calc/window/button_bar.h"
 #include "calc/window/dialog_closer.h"
 #include "calc/window/option_rows.h"
 #include "calc/window/window_listener.h"
-#include "support/mnemonics.h"
+#include "platform/mnemonics.h"
 
 namespace mervane::addin {
 namespace {
@@ -122,15 +121,7 @@ void OptionWindow::load(const std::string& caption, const OptionItems& options, 
 }
 
 void OptionWindow::build(const std::string& caption) {
-  // The buttons choose their letters first.
-  std::vector<std::string> captions;
-  for (const OptionItem& button : *buttonItems_) captions.push_back(button.Caption);
-  for (const OptionItem& option : *options_) {
-    captions.push_back(option.kind == OptionKind::staticLabel ? std::string() : option.Caption);
-  }
-  const std::vector<std::string> marked = withMnemonics(captions, '~');
-  const auto firstOption = marked.begin() + buttonItems_->Count();
-
+  const platform::MarkedCaptions captions = platform::markedCaptions(*buttonItems_, *options_, '~');
   shell_ = std::make_unique<DialogShell>(office_, caption);
   const Properties list = shell_->add("UnoFrameModel", "list");
   set(list, "TabIndex", uno::Any(static_cast<sal_Int16>(0)));
@@ -140,9 +131,9 @@ void OptionWindow::build(const std::string& caption) {
   setIfKnown(scroll, "Tabstop", uno::Any(false));
   setIfKnown(scroll, "LiveScroll", uno::Any(true));
   rows_ = std::make_unique<OptionRows>(*shell_, *options_, office_.pictures);
-  rows_->add(list, {firstOption, marked.end()});
+  rows_->add(list, captions.options);
   bar_ = std::make_unique<ButtonBar>(*shell_, *buttonItems_, office_.pictures);
-  bar_->add({marked.begin(), firstOption}, 2);
+  bar_->add(captions.buttons, 2);
 
   shell_->open(parent_);
   list_ = shell_->control("list");

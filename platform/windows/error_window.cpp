@@ -5,13 +5,12 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/com/text.h"
+#include "platform/mnemonics.h"
 #include "platform/windows/button_bar.h"
 #include "platform/windows/pictures.h"
 #include "platform/windows/window_tools.h"
-#include "support/mnemonics.h"
 
 namespace mervane::windows {
 namespace {
@@ -143,9 +142,7 @@ void ErrorWindow::itemsChanged() {
 }
 
 void ErrorWindow::fillBar() {
-  std::vector<std::string> captions;
-  for (const OptionItem& button : *buttons_) captions.push_back(button.Caption);
-  bar_->fill(*buttons_, withMnemonics(captions, '&'), plain_->get());
+  bar_->fill(*buttons_, platform::markedCaptions(*buttons_, {}, '&').buttons, plain_->get());
 }
 
 void ErrorWindow::showTitle() {

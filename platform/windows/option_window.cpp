@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "platform/com/text.h"
+#include "platform/mnemonics.h"
 #include "platform/windows/button_bar.h"
 #include "platform/windows/option_list.h"
 #include "platform/windows/window_tools.h"
-#include "support/mnemonics.h"
 
 namespace mervane::windows {
 namespace {
@@ -131,19 +131,11 @@ void OptionWindow::load(const std::string& caption, const OptionItems& options, 
                                 WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0, 0, 0, window_, nullptr,
                                 thisModule(), this);
   if (window_ == nullptr || listWindow_ == nullptr) raise(runtime::outOfMemory);
-  // The buttons choose their letters first.
-  std::vector<std::string> captions;
-  for (const OptionItem& button : buttons) captions.push_back(button.Caption);
-  for (const OptionItem& option : options) {
-    captions.push_back(option.kind == OptionKind::staticLabel ? std::string() : option.Caption);
-  }
-  const std::vector<std::string> marked = withMnemonics(captions, '&');
-  const auto firstOption = marked.begin() + buttons.Count();
-  list_ =
-      std::make_unique<OptionList>(listWindow_, scale_, options, std::vector<std::string>(firstOption, marked.end()));
+  platform::MarkedCaptions captions = platform::markedCaptions(buttons, options, '&');
+  list_ = std::make_unique<OptionList>(listWindow_, scale_, options, std::move(captions.options));
   bold_ = std::make_unique<Font>(scale_, true, RUSSIAN_CHARSET);
   bar_ = std::make_unique<ButtonBar>(window_, scale_, firstButton);
-  bar_->fill(buttons, {marked.begin(), firstOption}, bold_->get());
+  bar_->fill(buttons, captions.buttons, bold_->get());
   layOut();
 }
 

@@ -1,10 +1,11 @@
-#include "support/mnemonics.h"
+#include "platform/mnemonics.h"
 
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
-namespace mervane {
+namespace mervane::platform {
 
 namespace {
 
@@ -41,4 +42,15 @@ std::vector<std::string> withMnemonics(const std::vector<std::string>& captions,
   return marked;
 }
 
-}  // namespace mervane
+MarkedCaptions markedCaptions(const OptionItems& buttons, const OptionItems& options, char mark) {
+  std::vector<std::string> captions;
+  for (const OptionItem& button : buttons) captions.push_back(button.Caption);
+  for (const OptionItem& option : options) {
+    captions.push_back(option.kind == OptionKind::staticLabel ? std::string() : option.Caption);
+  }
+  const std::vector<std::string> marked = withMnemonics(captions, mark);
+  const auto firstOption = marked.begin() + buttons.Count();
+  return {{marked.begin(), firstOption}, {firstOption, marked.end()}};
+}
+
+}  // namespace mervane::platform

@@ -1,4 +1,4 @@
-#include "support/mnemonics.h"
+#include "platform/mnemonics.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 #include "dialog/designed_items.h"
 
-namespace mervane {
+namespace mervane::platform {
 namespace {
 
 using Captions = std::vector<std::string>;
@@ -26,6 +26,21 @@ TEST(Mnemonics, ACaptionWhoseLettersAreAllTakenStaysAsItIs) {
   EXPECT_EQ(withMnemonics({"a", "A", "", "12"}, '~'), (Captions{"~a", "A", "", "12"}));
 }
 
+TEST(Mnemonics, TheButtonsOfAWindowChooseFirstAndALabelHasNoLetter) {
+  const auto item = [](const char* caption, OptionKind kind) {
+    OptionItem one;
+    one.Caption = caption;
+    one.kind = kind;
+    return one;
+  };
+  const OptionItems buttons({item("Close", OptionKind::command)});
+  const OptionItems options(
+      {item("Results", OptionKind::staticLabel), item("Colors", OptionKind::check), item("Rows", OptionKind::edit)});
+  const MarkedCaptions marked = markedCaptions(buttons, options, '&');
+  EXPECT_EQ(marked.buttons, Captions{"&Close"});
+  EXPECT_EQ(marked.options, (Captions{"", "C&olors", "&Rows"}));
+}
+
 TEST(Mnemonics, NoLetterOfTheDialogIsGivenTwiceAndEveryFieldHeaderAndButtonHasOne) {
   Captions captions;
   std::size_t certain = 0;
@@ -34,9 +49,8 @@ TEST(Mnemonics, NoLetterOfTheDialogIsGivenTwiceAndEveryFieldHeaderAndButtonHasOn
   Captions fields;
   for (const auto& option : dialog::designedOptions()) {
     captions.push_back(option.Caption);
-    const bool field = option.kind == platform::OptionKind::groupHeader || option.kind == platform::OptionKind::edit ||
-                       option.kind == platform::OptionKind::editWithBrowse ||
-                       option.kind == platform::OptionKind::dropDown;
+    const bool field = option.kind == OptionKind::groupHeader || option.kind == OptionKind::edit ||
+                       option.kind == OptionKind::editWithBrowse || option.kind == OptionKind::dropDown;
     if (field) fields.push_back(option.Caption);
   }
   const Captions marked = withMnemonics(captions, '~');
@@ -54,4 +68,4 @@ TEST(Mnemonics, NoLetterOfTheDialogIsGivenTwiceAndEveryFieldHeaderAndButtonHasOn
 }
 
 }  // namespace
-}  // namespace mervane
+}  // namespace mervane::platform
