@@ -2,9 +2,6 @@
 
 #include <rtl/strbuf.hxx>
 
-#include "mervane/failure.h"
-#include "mervane/runtime_errors.h"
-
 namespace mervane::calc {
 
 std::string fromOffice(const rtl::OUString& text) {
@@ -21,10 +18,6 @@ rtl::OUString toOffice(std::string_view text) {
     refuse("The text holds bytes that are no characters.");
   }
   return result;
-}
-
-void refuse(const std::string& text) {
-  throw Failure(runtime::applicationDefined.number, text);
 }
 
 void refuseClosed() {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/objects/refuse.h"
+
 namespace mervane::calc {
 
 namespace css = com::sun::star;
@@ -15,8 +17,7 @@ namespace uno = com::sun::star::uno;
 /// Raises where the text is no UTF-8.
 [[nodiscard]] rtl::OUString toOffice(std::string_view text);
 
-/// Raises the application's own kind of failure with a text for people.
-[[noreturn]] void refuse(const std::string& text);
+using hosts::refuse;
 /// The document or the office around it has gone.
 [[noreturn]] void refuseClosed();
 /// Raises a failure for what the office refused.

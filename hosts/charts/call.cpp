@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "hosts/objects/arguments.h"
 #include "mervane/convert.h"
-#include "mervane/failure.h"
 #include "mervane/runtime_errors.h"
 
 namespace mervane::charts {
@@ -26,25 +26,20 @@ class Enumerator : public sheet::Object {
 
 }  // namespace
 
-void refuse(std::string_view why) {
-  throw Failure(runtime::applicationDefined.number, std::string(why));
-}
-
 void refuseMember() {
   raise(runtime::memberNotSupported);
 }
 
 bool Call::has(std::size_t index) const noexcept {
-  return index < arguments_.size() && arguments_[index].kind() != Variant::Kind::missing;
+  return hosts::isGiven(arguments_, index);
 }
 
 const Variant& Call::at(std::size_t index) const {
-  if (!has(index)) raise(runtime::argumentNotOptional);
-  return arguments_[index];
+  return hosts::given(arguments_, index);
 }
 
 std::int32_t Call::integer(std::size_t index) const {
-  return toInt32(at(index), englishLocale());
+  return hosts::wholeArgument(arguments_, index);
 }
 
 const Variant& Call::value() const {

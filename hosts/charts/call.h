@@ -5,16 +5,15 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "hosts/objects/refuse.h"
 #include "mervane/variant.h"
 #include "spreadsheet/object.h"
 
 namespace mervane::charts {
 
-/// Raises applicationDefined with a text of our own, for what the application refuses too.
-[[noreturn]] void refuse(std::string_view why);
+using hosts::refuse;
 [[noreturn]] void refuseMember();
 
 /// One use of a member: what is asked, with its arguments converted as automation converts them.

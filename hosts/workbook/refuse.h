@@ -1,15 +1,10 @@
 #pragma once
 
-#include <string>
+#include "hosts/objects/refuse.h"
 
-#include "mervane/failure.h"
-#include "mervane/runtime_errors.h"
-
+/// Failures with a text, which all hosts raise alike.
 namespace mervane::workbook {
 
-/// Raises the application's own kind of failure with a text for people.
-[[noreturn]] inline void refuse(std::string text) {
-  throw Failure(runtime::applicationDefined.number, std::move(text));
-}
+using hosts::refuse;
 
 }  // namespace mervane::workbook

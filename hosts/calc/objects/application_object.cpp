@@ -6,12 +6,11 @@
 
 #include "hosts/calc/auto_filter.h"
 #include "hosts/calc/charts/calc_charts.h"
-#include "hosts/calc/objects/arguments.h"
 #include "hosts/calc/objects/range_object.h"
 #include "hosts/calc/session.h"
 #include "hosts/charts/chart_object.h"
 #include "hosts/charts/shape_objects.h"
-#include "spreadsheet/r1c1.h"
+#include "hosts/objects/reference_style.h"
 
 namespace mervane::calc {
 
@@ -22,10 +21,6 @@ namespace {
 
 using SessionRef = std::shared_ptr<Session>;
 using Drawings = mervane::charts::DrawingCollectionObject;
-
-constexpr std::int32_t styleA1 = 1;
-constexpr std::int32_t styleR1C1 = -4150;
-constexpr std::int32_t errorValue = 2015;
 
 class WorksheetObject final : public sheet::Object {
  public:
@@ -38,7 +33,7 @@ class WorksheetObject final : public sheet::Object {
       case member::Name:
         return session_->sheetName(position_);
       case member::Range: {
-        const std::string reference = textArgument(arguments, 0);
+        const std::string reference = hosts::textArgument(arguments, 0);
         const SheetArea area = session_->resolve(reference, position_);
         if (area.sheet != position_) {
           refuse("\"" + reference + "\" lies on another sheet than " + session_->sheetName(position_) + ".");
@@ -70,7 +65,7 @@ class WorksheetObject final : public sheet::Object {
   Variant put(member::Id member, Arguments arguments) {
     if (member != member::AutoFilterMode) raise(runtime::memberNotSupported);
     // Only switching off is possible this way, as in the application.
-    if (truthArgument(arguments, 0)) raise(runtime::applicationDefined);
+    if (hosts::truthArgument(arguments, 0)) raise(runtime::applicationDefined);
     if (hasAutoFilter(*session_, position_)) toggleAutoFilter(*session_, {position_, {1, 1, 1, 1}});
     return {};
   }
@@ -113,13 +108,13 @@ class WorksheetsObject final : public sheet::Object {
 
  private:
   Variant item(Arguments arguments) {
-    const Variant& index = given(arguments, 0);
+    const Variant& index = hosts::given(arguments, 0);
     if (const std::string* name = index.getIf<std::string>()) {
       const std::optional<std::int32_t> position = session_->sheetNamed(*name);
       if (!position) raise(runtime::subscriptOutOfRange);
       return makeWorksheet(session_, *position);
     }
-    const std::int32_t position = wholeArgument(arguments, 0);
+    const std::int32_t position = hosts::wholeArgument(arguments, 0);
     if (position < 1 || position > session_->sheetCount()) raise(runtime::subscriptOutOfRange);
     return makeWorksheet(session_, position - 1);
   }
@@ -162,7 +157,8 @@ class ApplicationObject final : public sheet::Object {
     if (access == Access::put) return put(member, arguments);
     switch (member) {
       case member::Range:
-        return RangeObject::make(session_, session_->resolve(textArgument(arguments, 0), session_->activeSheet()));
+        return RangeObject::make(session_,
+                                 session_->resolve(hosts::textArgument(arguments, 0), session_->activeSheet()));
       case member::ActiveWorkbook:
         // A look at the workbook as a whole begins anew: the user may have changed it meanwhile.
         session_->forgetAll();
@@ -185,7 +181,9 @@ class ApplicationObject final : public sheet::Object {
       case member::ScreenUpdating:
         return session_->screenUpdating();
       case member::ConvertFormula:
-        return convertFormula(arguments);
+        return hosts::convertFormula(
+            arguments, [this] { return session_->activeCell(); },
+            [this](const Variant& cells) { return session_->areaOf(cells); });
       default:
         raise(runtime::memberNotSupported);
     }
@@ -195,37 +193,14 @@ class ApplicationObject final : public sheet::Object {
   Variant put(member::Id member, Arguments arguments) {
     switch (member) {
       case member::ScreenUpdating:
-        session_->screenUpdating(truthArgument(arguments, 0));
+        session_->screenUpdating(hosts::truthArgument(arguments, 0));
         return {};
-      case member::ReferenceStyle: {
-        const std::int32_t style = wholeArgument(arguments, 0);
-        if (style != styleA1 && style != styleR1C1) raise(runtime::applicationDefined);
-        session_->referenceStyle = style;
+      case member::ReferenceStyle:
+        session_->referenceStyle = hosts::referenceStyle(arguments);
         return {};
-      }
       default:
         raise(runtime::memberNotSupported);
     }
-  }
-
-  Variant convertFormula(Arguments arguments) {
-    atMost(arguments, 5);
-    if (isGiven(arguments, 3)) raise(runtime::applicationDefined);  // forced kinds of reference are not served
-    const std::string formula = textArgument(arguments, 0);
-    const std::int32_t from = wholeArgument(arguments, 1);
-    const std::int32_t to = isGiven(arguments, 2) ? wholeArgument(arguments, 2) : from;
-    const auto isKnown = [](std::int32_t style) { return style == styleA1 || style == styleR1C1; };
-    if (!isKnown(from) || !isKnown(to)) raise(runtime::applicationDefined);
-    CellAddress base = session_->activeCell();
-    if (isGiven(arguments, 4)) {
-      const std::optional<SheetArea> relativeTo = session_->areaOf(arguments[4]);
-      if (!relativeTo) raise(runtime::typeMismatch);
-      base = {relativeTo->area.firstRow, relativeTo->area.firstColumn};
-    }
-    if (from == to) return Variant(formula);
-    const std::optional<std::string> converted =
-        from == styleR1C1 ? sheet::toA1(formula, base) : sheet::toR1C1(formula, base);
-    return converted ? Variant(*converted) : Variant(ErrorValue{errorValue});
   }
 
   SessionRef session_;

@@ -11,10 +11,10 @@
 #include <utility>
 
 #include "hosts/calc/format_buffer.h"
-#include "hosts/calc/objects/arguments.h"
 #include "hosts/calc/objects/border_line.h"
 #include "hosts/calc/session.h"
 #include "hosts/calc/sheet_facts.h"
+#include "hosts/objects/arguments.h"
 #include "spreadsheet/object.h"
 #include "spreadsheet/palette.h"
 
@@ -74,10 +74,10 @@ class InteriorObject final : public sheet::Object {
  public:
   InteriorObject(SessionRef session, const SheetArea& area) : session_(std::move(session)), area_(area) {}
 
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+  Variant invoke(Access access, member::Id member, hosts::Arguments arguments) override {
     session_->requireOpen();
     if (access != Access::put) return get(member);
-    const std::int32_t value = wholeArgument(arguments, 0);
+    const std::int32_t value = hosts::wholeArgument(arguments, 0);
     requireFormatting(*session_, area_);
     switch (member) {
       case member::Pattern:
@@ -148,11 +148,11 @@ class FontObject final : public sheet::Object {
  public:
   FontObject(SessionRef session, const SheetArea& area) : session_(std::move(session)), area_(area) {}
 
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+  Variant invoke(Access access, member::Id member, hosts::Arguments arguments) override {
     session_->requireOpen();
     if (access == Access::put) {
       if (member != member::Bold) raise(runtime::memberNotSupported);
-      const bool bold = truthArgument(arguments, 0);
+      const bool bold = hosts::truthArgument(arguments, 0);
       requireFormatting(*session_, area_);
       const float weight = bold ? css::awt::FontWeight::BOLD : css::awt::FontWeight::NORMAL;
       session_->formats().set(area_, FormatBuffer::Property::weight, static_cast<std::int32_t>(weight));
@@ -189,11 +189,11 @@ class BorderObject final : public sheet::Object {
   BorderObject(SessionRef session, const SheetArea& area, std::int32_t index)
       : session_(std::move(session)), area_(area), index_(index) {}
 
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+  Variant invoke(Access access, member::Id member, hosts::Arguments arguments) override {
     session_->requireOpen();
     requireLine();
     if (access != Access::put) return get(member);
-    const std::int32_t value = wholeArgument(arguments, 0);
+    const std::int32_t value = hosts::wholeArgument(arguments, 0);
     session_->settle();
     // What no line can be is refused before anything is changed. A line that differs along the cells begins anew.
     LineFormat line = read().value_or(LineFormat());

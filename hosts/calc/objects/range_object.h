@@ -3,16 +3,18 @@
 #include <cstdint>
 #include <memory>
 
-#include "hosts/calc/objects/arguments.h"
 #include "hosts/calc/session.h"
+#include "hosts/objects/range_cells.h"
 #include "spreadsheet/object.h"
 
 namespace mervane::calc {
 
+using hosts::Arguments;
+
 /// A rectangle of cells, or its rows or columns as a collection.
 class RangeObject final : public sheet::Object {
  public:
-  enum class View : std::uint8_t { cells, rows, columns };
+  using View = hosts::RangeCells::View;
 
   RangeObject(std::shared_ptr<Session> session, const SheetArea& place, View view)
       : session_(std::move(session)), place_(place), view_(view) {}
@@ -30,16 +32,9 @@ class RangeObject final : public sheet::Object {
   [[nodiscard]] const CellArea& area() const noexcept { return place_.area; }
   [[nodiscard]] Variant get(sheet::member::Id member, Arguments arguments);
   void put(sheet::member::Id member, Arguments arguments);
-  [[nodiscard]] Variant ranged(std::int64_t row, std::int64_t column, std::int64_t rows, std::int64_t columns,
-                               View view = View::cells) const;
-  [[nodiscard]] Variant same(View view) const { return make(session_, place_, view); }
-  [[nodiscard]] Variant item(Arguments arguments) const;
-  [[nodiscard]] Variant cell(Arguments arguments) const;
-  [[nodiscard]] Variant column(Arguments arguments) const;
-  [[nodiscard]] Variant row(Arguments arguments) const;
-  [[nodiscard]] Variant offset(Arguments arguments) const;
-  [[nodiscard]] Variant resize(Arguments arguments) const;
-  [[nodiscard]] std::int32_t count() const;
+  [[nodiscard]] hosts::RangeCells cells() const noexcept { return {area(), view_}; }
+  /// A range for cells that are on the sheet.
+  [[nodiscard]] Variant made(const hosts::RangeCells& cells) const;
   [[nodiscard]] Variant value() const;
   void setValue(const Variant& value);
   [[nodiscard]] Variant formula() const;

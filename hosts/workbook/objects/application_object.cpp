@@ -3,12 +3,11 @@
 #include <memory>
 #include <string>
 
+#include "hosts/objects/reference_style.h"
 #include "hosts/workbook/auto_filter.h"
 #include "hosts/workbook/book.h"
-#include "hosts/workbook/objects/arguments.h"
 #include "hosts/workbook/objects/range_object.h"
 #include "hosts/workbook/refuse.h"
-#include "spreadsheet/r1c1.h"
 
 namespace mervane::workbook {
 
@@ -16,10 +15,6 @@ namespace member = sheet::member;
 using sheet::Access;
 
 namespace {
-
-constexpr std::int32_t styleA1 = 1;
-constexpr std::int32_t styleR1C1 = -4150;
-constexpr std::int32_t errorValue = 2015;
 
 class WorksheetObject final : public sheet::Object {
  public:
@@ -31,7 +26,7 @@ class WorksheetObject final : public sheet::Object {
       case member::Name:
         return Variant(book_.sheetName(position_));
       case member::Range: {
-        const std::string reference = textArgument(arguments, 0);
+        const std::string reference = hosts::textArgument(arguments, 0);
         const SheetArea area = book_.resolve(reference, position_);
         if (area.sheet != position_) {
           refuse("\"" + reference + "\" lies on another sheet than " + book_.sheetName(position_) + ".");
@@ -60,7 +55,7 @@ class WorksheetObject final : public sheet::Object {
   Variant put(member::Id member, Arguments arguments) {
     if (member != member::AutoFilterMode) raise(runtime::memberNotSupported);
     // Only switching off is possible this way, as in the application.
-    if (truthArgument(arguments, 0)) raise(runtime::applicationDefined);
+    if (hosts::truthArgument(arguments, 0)) raise(runtime::applicationDefined);
     Sheet& target = book_.sheet(position_);
     if (hasAutoFilter(target)) toggleAutoFilter(book_, target, {1, 1, 1, 1});
     return {};
@@ -104,13 +99,13 @@ class WorksheetsObject final : public sheet::Object {
 
  private:
   Variant item(Arguments arguments) {
-    const Variant& index = given(arguments, 0);
+    const Variant& index = hosts::given(arguments, 0);
     if (const std::string* name = index.getIf<std::string>()) {
       const std::optional<std::int32_t> position = book_.sheetNamed(*name);
       if (!position) raise(runtime::subscriptOutOfRange);
       return makeWorksheet(book_, *position);
     }
-    const std::int32_t position = wholeArgument(arguments, 0);
+    const std::int32_t position = hosts::wholeArgument(arguments, 0);
     if (position < 1 || position > book_.sheetCount()) raise(runtime::subscriptOutOfRange);
     return makeWorksheet(book_, position - 1);
   }
@@ -155,7 +150,7 @@ class ApplicationObject final : public sheet::Object {
     if (access == Access::put) return put(member, arguments);
     switch (member) {
       case member::Range:
-        return Variant(book_.rangeObject(book_.resolve(textArgument(arguments, 0), book_.activeSheet())));
+        return Variant(book_.rangeObject(book_.resolve(hosts::textArgument(arguments, 0), book_.activeSheet())));
       case member::ActiveWorkbook:
         return Variant(sheet::ObjectRef(std::make_shared<WorkbookObject>(book_)));
       case member::ActiveSheet:
@@ -175,7 +170,9 @@ class ApplicationObject final : public sheet::Object {
       case member::ScreenUpdating:
         return book_.screenUpdating;
       case member::ConvertFormula:
-        return convertFormula(arguments);
+        return hosts::convertFormula(
+            arguments, [this] { return book_.activeCell(); },
+            [this](const Variant& cells) { return book_.areaOf(cells); });
       default:
         raise(runtime::memberNotSupported);
     }
@@ -185,37 +182,14 @@ class ApplicationObject final : public sheet::Object {
   Variant put(member::Id member, Arguments arguments) {
     switch (member) {
       case member::ScreenUpdating:
-        book_.screenUpdating = truthArgument(arguments, 0);
+        book_.screenUpdating = hosts::truthArgument(arguments, 0);
         return {};
-      case member::ReferenceStyle: {
-        const std::int32_t style = wholeArgument(arguments, 0);
-        if (style != styleA1 && style != styleR1C1) raise(runtime::applicationDefined);
-        book_.referenceStyle = style;
+      case member::ReferenceStyle:
+        book_.referenceStyle = hosts::referenceStyle(arguments);
         return {};
-      }
       default:
         raise(runtime::memberNotSupported);
     }
-  }
-
-  Variant convertFormula(Arguments arguments) {
-    atMost(arguments, 5);
-    if (isGiven(arguments, 3)) raise(runtime::applicationDefined);  // forced kinds of reference are not served
-    const std::string formula = textArgument(arguments, 0);
-    const std::int32_t from = wholeArgument(arguments, 1);
-    const std::int32_t to = isGiven(arguments, 2) ? wholeArgument(arguments, 2) : from;
-    const auto isKnown = [](std::int32_t style) { return style == styleA1 || style == styleR1C1; };
-    if (!isKnown(from) || !isKnown(to)) raise(runtime::applicationDefined);
-    CellAddress base = book_.activeCell();
-    if (isGiven(arguments, 4)) {
-      const std::optional<SheetArea> relativeTo = book_.areaOf(arguments[4]);
-      if (!relativeTo) raise(runtime::typeMismatch);
-      base = {relativeTo->area.firstRow, relativeTo->area.firstColumn};
-    }
-    if (from == to) return Variant(formula);
-    const std::optional<std::string> converted =
-        from == styleR1C1 ? sheet::toA1(formula, base) : sheet::toR1C1(formula, base);
-    return converted ? Variant(*converted) : Variant(ErrorValue{errorValue});
   }
 
   Book& book_;

@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
+#include "hosts/objects/arguments.h"
 #include "hosts/workbook/auto_fit.h"
 #include "hosts/workbook/book.h"
-#include "hosts/workbook/objects/arguments.h"
 #include "hosts/workbook/objects/pool.h"
 #include "hosts/workbook/refuse.h"
 #include "spreadsheet/object.h"
@@ -165,7 +165,7 @@ class InteriorObject final : public sheet::Object {
  public:
   InteriorObject(Book& book, const SheetArea& area) : book_(book), area_(area) {}
 
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+  Variant invoke(Access access, member::Id member, hosts::Arguments arguments) override {
     if (access != Access::put) return get(member);
     Styles& styles = book_.shared().styles;
     const auto change = [&](auto&& edit) {
@@ -185,7 +185,7 @@ class InteriorObject final : public sheet::Object {
     };
     switch (member) {
       case member::Pattern: {
-        const std::string word = patternWord(wholeArgument(arguments, 0));
+        const std::string word = patternWord(hosts::wholeArgument(arguments, 0));
         change([&](FillFormat& fill) {
           if (word == "none") {
             fill = {};
@@ -198,7 +198,7 @@ class InteriorObject final : public sheet::Object {
         return {};
       }
       case member::ColorIndex: {
-        const std::int32_t index = wholeArgument(arguments, 0);
+        const std::int32_t index = hosts::wholeArgument(arguments, 0);
         if (index == none || index == automatic) {
           change([](FillFormat& fill) { fill = {}; });
         } else {
@@ -208,13 +208,13 @@ class InteriorObject final : public sheet::Object {
         return {};
       }
       case member::Color: {
-        const auto value = static_cast<std::uint32_t>(wholeArgument(arguments, 0));
+        const auto value = static_cast<std::uint32_t>(hosts::wholeArgument(arguments, 0));
         if (value > 0xFFFFFFU) refuse("A colour lies between 0 and 16777215.");
         change([&](FillFormat& fill) { solid(fill, {ColorName::Kind::rgb, swapped(value)}); });
         return {};
       }
       case member::PatternColorIndex: {
-        const std::int32_t index = wholeArgument(arguments, 0);
+        const std::int32_t index = hosts::wholeArgument(arguments, 0);
         const ColorName color = index == automatic || index == none ? ColorName{ColorName::Kind::automatic, 64}
                                                                     : paletteName(book_.shared().styles, index);
         change([&](FillFormat& fill) {
@@ -276,11 +276,11 @@ class FontObject final : public sheet::Object {
  public:
   FontObject(Book& book, const SheetArea& area) : book_(book), area_(area) {}
 
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+  Variant invoke(Access access, member::Id member, hosts::Arguments arguments) override {
     Styles& styles = book_.shared().styles;
     if (access == Access::put) {
       if (member != member::Bold) raise(runtime::memberNotSupported);
-      const bool bold = truthArgument(arguments, 0);
+      const bool bold = hosts::truthArgument(arguments, 0);
       Sheet& target = book_.sheet(area_.sheet);
       target.fitCache().willChange(target, area_.area);
       target.restyle(area_.area, [&](std::uint32_t style) { return styles.withBold(style, bold); });
@@ -307,9 +307,9 @@ class BorderObject final : public sheet::Object {
  public:
   BorderObject(Book& book, const SheetArea& area, std::int32_t index) : book_(book), area_(area), index_(index) {}
 
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
+  Variant invoke(Access access, member::Id member, hosts::Arguments arguments) override {
     if (access != Access::put) return get(member);
-    const std::int32_t value = wholeArgument(arguments, 0);
+    const std::int32_t value = hosts::wholeArgument(arguments, 0);
     switch (member) {
       case member::LineStyle: {
         const std::int32_t style = value == automatic ? 1 : value;

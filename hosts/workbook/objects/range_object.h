@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <memory>
 
+#include "hosts/objects/range_cells.h"
 #include "hosts/workbook/cell_address.h"
-#include "hosts/workbook/objects/arguments.h"
 #include "spreadsheet/object.h"
 
 namespace mervane::workbook {
+
+using hosts::Arguments;
 
 class Book;
 class Sheet;
@@ -15,7 +17,7 @@ class Sheet;
 /// A rectangle of cells, or its rows or columns as a collection.
 class RangeObject final : public sheet::Object {
  public:
-  enum class View : std::uint8_t { cells, rows, columns };
+  using View = hosts::RangeCells::View;
 
   RangeObject(Book& book, std::int32_t sheet, const CellArea& area, View view)
       : book_(book), area_(area), sheet_(sheet), view_(view) {}
@@ -34,20 +36,12 @@ class RangeObject final : public sheet::Object {
  private:
   [[nodiscard]] Variant get(sheet::member::Id member, Arguments arguments);
   void put(sheet::member::Id member, Arguments arguments);
-  [[nodiscard]] Variant ranged(std::int64_t row, std::int64_t column, std::int64_t rows, std::int64_t columns,
-                               View view = View::cells) const;
-  /// The same without a check.
-  [[nodiscard]] Variant pooled(const CellArea& area, View view) const;
+  [[nodiscard]] hosts::RangeCells cells() const noexcept { return {area_, view_}; }
+  /// A range for cells that are on the sheet.
+  [[nodiscard]] Variant made(const hosts::RangeCells& cells) const;
   /// One cell. OPTIMIZATION: nothing is asked for more often, so this does without what larger areas need.
   [[nodiscard]] Variant cell(std::int64_t row, std::int64_t column) const;
   [[nodiscard]] Variant item(Arguments arguments) const;
-  /// The same for a single index and for ones that are no whole numbers yet.
-  [[nodiscard]] Variant convertedItem(Arguments arguments) const;
-  [[nodiscard]] Variant column(Arguments arguments) const;
-  [[nodiscard]] Variant row(Arguments arguments) const;
-  [[nodiscard]] Variant offset(Arguments arguments) const;
-  [[nodiscard]] Variant resize(Arguments arguments) const;
-  [[nodiscard]] std::int64_t count() const;
   [[nodiscard]] Variant value() const;
   [[nodiscard]] Variant values() const;
   void setValue(const Variant& value);
@@ -59,21 +53,6 @@ class RangeObject final : public sheet::Object {
   CellArea area_;
   std::int32_t sheet_;
   View view_;
-};
-
-/// Goes through the cells of a range row by row, or through its rows or columns.
-class RangeEnumerator final : public sheet::Object {
- public:
-  RangeEnumerator(Book& book, std::int32_t sheet, const CellArea& area, RangeObject::View view)
-      : book_(book), area_(area), sheet_(sheet), view_(view) {}
-  Variant invoke(sheet::Access access, sheet::member::Id member, Arguments arguments) override;
-
- private:
-  Book& book_;
-  CellArea area_;
-  std::int32_t sheet_;
-  RangeObject::View view_;
-  std::int64_t at_ = 0;
 };
 
 }  // namespace mervane::workbook
