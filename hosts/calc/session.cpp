@@ -21,6 +21,7 @@
 #include "hosts/calc/objects/range_object.h"
 #include "hosts/calc/sheet_facts.h"
 #include "hosts/calc/value_buffer.h"
+#include "hosts/objects/reference_style.h"
 #include "mervane/letter_case.h"
 #include "mervane/runtime_errors.h"
 
@@ -28,8 +29,6 @@ namespace mervane::calc {
 
 namespace {
 
-constexpr std::int32_t styleA1 = 1;
-constexpr std::int32_t styleR1C1 = -4150;
 constexpr const char* plainDate = "m/d/yyyy";
 
 CellArea cellArea(CellAddress at) {
@@ -64,7 +63,7 @@ std::optional<SheetArea> namedArea(const uno::Reference<uno::XInterface>& owner,
 }  // namespace
 
 Session::Session(const uno::Reference<uno::XComponentContext>& context, const uno::Reference<css::frame::XModel>& model)
-    : referenceStyle(styleA1),
+    : referenceStyle(hosts::styleA1),
       context_(context),
       model_(model),
       document_(model, uno::UNO_QUERY),
@@ -96,9 +95,9 @@ std::int32_t Session::chosenReferenceStyle() const {
         uno::UNO_QUERY_THROW);
     sal_Int32 grammar = 0;
     syntax->getByName("Grammar") >>= grammar;
-    return grammar == grammarR1C1 ? styleR1C1 : styleA1;
+    return grammar == grammarR1C1 ? hosts::styleR1C1 : hosts::styleA1;
   } catch (const uno::Exception&) {
-    return styleA1;  // an office without that setting has the plain style
+    return hosts::styleA1;  // an office without that setting has the plain style
   }
 }
 

@@ -14,9 +14,7 @@ bool isSpacing(std::int32_t spacing) {
 }
 
 bool isCrossing(std::int32_t crosses) {
-  constexpr std::int32_t maximum = 2;
-  constexpr std::int32_t minimum = 4;
-  return crosses == number::automatic || crosses == maximum || crosses == minimum;
+  return crosses == number::automatic || crosses == number::crossesAtMaximum || crosses == number::crossesAtMinimum;
 }
 
 bool isScale(std::int32_t scale) {
@@ -24,9 +22,7 @@ bool isScale(std::int32_t scale) {
 }
 
 bool isDisplayUnit(std::int32_t unit) {
-  constexpr std::int32_t hundreds = -2;
-  constexpr std::int32_t trillions = -10;
-  return unit == number::none || (unit <= hundreds && unit >= trillions);
+  return unit == number::none || (unit <= number::hundreds && unit >= number::trillions);
 }
 
 /// A unit or time base that only the automatic choice exists for.

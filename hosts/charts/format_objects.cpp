@@ -37,9 +37,7 @@ bool isPattern(std::int32_t pattern) {
 }
 
 bool isUnderline(std::int32_t underline) {
-  constexpr std::int32_t single = 2;
-  constexpr std::int32_t doubled = -4119;
-  return underline == number::none || underline == single || underline == doubled;
+  return underline == number::none || underline == number::singleUnderline || underline == number::doubleUnderline;
 }
 
 bool isBackground(std::int32_t background) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/objects/numbers.h"
 #include "spreadsheet/cell_address.h"
 
 /// What a chart is, without any file or object. Numbers of the object model are kept as they are set, so that
@@ -17,41 +18,7 @@ using sheet::CellAddress;
 using sheet::CellArea;
 using sheet::SheetArea;
 
-/// Numbers of the object model.
-namespace number {
-inline constexpr std::int32_t automatic = -4105;
-inline constexpr std::int32_t none = -4142;
-inline constexpr std::int32_t continuous = 1;
-inline constexpr std::int32_t dash = -4115;
-inline constexpr std::int32_t dashDot = 4;
-inline constexpr std::int32_t dashDotDot = 5;
-inline constexpr std::int32_t dot = -4118;
-inline constexpr std::int32_t hairline = 1;
-inline constexpr std::int32_t thin = 2;
-inline constexpr std::int32_t medium = -4138;
-inline constexpr std::int32_t thick = 4;
-inline constexpr std::int32_t solid = 1;
-inline constexpr std::int32_t linear = -4132;
-inline constexpr std::int32_t logarithmic = -4133;
-inline constexpr std::int32_t lineChart = 4;
-inline constexpr std::int32_t lineMarkersChart = 65;
-inline constexpr std::int32_t clusteredColumnChart = 51;
-inline constexpr std::int32_t clusteredBarChart = 57;
-inline constexpr std::int32_t locationAsObject = 2;
-inline constexpr std::int32_t rowsAreSeries = 1;
-inline constexpr std::int32_t columnsAreSeries = 2;
-inline constexpr std::int32_t labelsShowValue = 2;
-inline constexpr std::int32_t labelsShowLabel = 4;
-inline constexpr std::int32_t categoryAxis = 1;
-inline constexpr std::int32_t valueAxis = 2;
-inline constexpr std::int32_t primaryGroup = 1;
-inline constexpr std::int32_t legendTop = -4160;
-inline constexpr std::int32_t legendBottom = -4107;
-inline constexpr std::int32_t legendLeft = -4131;
-inline constexpr std::int32_t legendRight = -4152;
-inline constexpr std::int32_t legendCorner = 2;
-inline constexpr std::int32_t shapeIsChart = 3;
-}  // namespace number
+namespace number = hosts::number;
 
 /// Position and size in points.
 struct Box {
@@ -175,6 +142,9 @@ struct Axis {
   std::int32_t scaleType = number::linear;
   std::int32_t displayUnit = number::none;
 };
+
+/// What files and offices call a display unit of an axis, such as "thousands". There is one for each but `none`.
+[[nodiscard]] const char* displayUnitName(std::int32_t unit);
 
 struct Title {
   std::string text;

@@ -5,13 +5,14 @@
 
 #include "hosts/objects/arguments.h"
 #include "mervane/variant.h"
+#include "spreadsheet/application.h"
 #include "spreadsheet/cell_address.h"
 
 /// The two styles in which formulas name cells.
 namespace mervane::hosts {
 
-inline constexpr std::int32_t styleA1 = 1;
-inline constexpr std::int32_t styleR1C1 = -4150;
+inline constexpr std::int32_t styleA1 = sheet::referenceStyleA1;
+inline constexpr std::int32_t styleR1C1 = sheet::referenceStyleR1C1;
 
 /// An assigned ReferenceStyle; raises applicationDefined for a number that is none.
 [[nodiscard]] std::int32_t referenceStyle(Arguments arguments);

@@ -18,9 +18,6 @@ namespace number = mervane::charts::number;
 
 namespace {
 
-constexpr std::int32_t singleUnderline = 2;
-constexpr std::int32_t doubleUnderline = -4119;
-
 /// Line widths in hundredths of a millimetre: a quarter of a point, one, two and three points.
 sal_Int32 widthOf(std::int32_t weight) {
   switch (weight) {
@@ -118,8 +115,8 @@ void setFont(const Properties& part, const mervane::charts::Font& font) {
   if (font.italic) set("CharPosture", uno::Any(*font.italic ? css::awt::FontSlant_ITALIC : css::awt::FontSlant_NONE));
   set("CharStrikeout", uno::Any(font.strikethrough ? css::awt::FontStrikeout::SINGLE : css::awt::FontStrikeout::NONE));
   sal_Int16 underline = css::awt::FontUnderline::NONE;
-  if (font.underline == singleUnderline) underline = css::awt::FontUnderline::SINGLE;
-  if (font.underline == doubleUnderline) underline = css::awt::FontUnderline::DOUBLE;
+  if (font.underline == number::singleUnderline) underline = css::awt::FontUnderline::SINGLE;
+  if (font.underline == number::doubleUnderline) underline = css::awt::FontUnderline::DOUBLE;
   set("CharUnderline", uno::Any(underline));
   if (const auto color = colorOf(font.colorIndex)) set("CharColor", uno::Any(*color));
   if (font.superscript || font.subscript) {

@@ -1,6 +1,5 @@
 #include "hosts/calc/charts/draw_axes.h"
 
-#include <array>
 #include <com/sun/star/chart/ChartAxisLabelPosition.hpp>
 #include <com/sun/star/chart/ChartAxisPosition.hpp>
 #include <com/sun/star/chart2/AxisOrientation.hpp>
@@ -20,9 +19,6 @@ using mervane::charts::Axis;
 using mervane::charts::Chart;
 
 namespace {
-
-constexpr std::int32_t crossesAtMaximum = 2;
-constexpr std::int32_t crossesAtMinimum = 4;
 
 using AxisRef = uno::Reference<css::chart2::XAxis>;
 
@@ -47,8 +43,9 @@ void drawGridlines(const AxisRef& axis, const Axis& model) {
 
 /// Where the axis crosses the other one, which says it.
 void setCrossing(const Properties& part, std::int32_t crosses) {
-  if (crosses == crossesAtMaximum) setProperty(part, "CrossoverPosition", uno::Any(css::chart::ChartAxisPosition_END));
-  if (crosses == crossesAtMinimum) {
+  if (crosses == number::crossesAtMaximum)
+    setProperty(part, "CrossoverPosition", uno::Any(css::chart::ChartAxisPosition_END));
+  if (crosses == number::crossesAtMinimum) {
     setProperty(part, "CrossoverPosition", uno::Any(css::chart::ChartAxisPosition_START));
   }
 }
@@ -66,14 +63,9 @@ void drawAxis(const AxisRef& axis, const Axis& model, const Axis& other) {
 }
 
 void setDisplayUnit(const Properties& part, std::int32_t unit) {
-  constexpr std::array<const char*, 9> units = {"hundreds",         "thousands", "tenThousands",
-                                                "hundredThousands", "millions",  "tenMillions",
-                                                "hundredMillions",  "billions",  "trillions"};
-  constexpr std::int32_t firstUnit = -2;
   if (unit == number::none) return;
   setProperty(part, "DisplayUnits", uno::Any(true));
-  setProperty(part, "BuiltInUnit",
-              uno::Any(rtl::OUString::createFromAscii(units.at(static_cast<std::size_t>(firstUnit - unit)))));
+  setProperty(part, "BuiltInUnit", uno::Any(rtl::OUString::createFromAscii(mervane::charts::displayUnitName(unit))));
 }
 
 uno::Reference<css::chart2::data::XLabeledDataSequence> categoriesOf(

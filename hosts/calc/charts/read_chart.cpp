@@ -62,21 +62,17 @@ std::shared_ptr<Series> readSeries(const Session& session, const uno::Reference<
 }
 
 std::int32_t typeOf(const uno::Reference<css::chart2::XChartType>& type, bool swapped) {
-  constexpr std::int32_t area = 1;
-  constexpr std::int32_t pie = 5;
-  constexpr std::int32_t scatter = -4169;
-  constexpr std::int32_t radar = -4151;
-  constexpr std::int32_t bubble = 15;
   const rtl::OUString name = type->getChartType();
   if (name == "com.sun.star.chart2.LineChartType") return number::lineMarkersChart;
   if (name == "com.sun.star.chart2.ColumnChartType" || name == "com.sun.star.chart2.BarChartType") {
     return swapped ? number::clusteredBarChart : number::clusteredColumnChart;
   }
-  if (name == "com.sun.star.chart2.AreaChartType") return area;
-  if (name == "com.sun.star.chart2.PieChartType") return pie;
-  if (name == "com.sun.star.chart2.ScatterChartType") return scatter;
-  if (name == "com.sun.star.chart2.NetChartType" || name == "com.sun.star.chart2.FilledNetChartType") return radar;
-  return name == "com.sun.star.chart2.BubbleChartType" ? bubble : 0;
+  if (name == "com.sun.star.chart2.AreaChartType") return number::areaChart;
+  if (name == "com.sun.star.chart2.PieChartType") return number::pieChart;
+  if (name == "com.sun.star.chart2.ScatterChartType") return number::scatterChart;
+  if (name == "com.sun.star.chart2.NetChartType" || name == "com.sun.star.chart2.FilledNetChartType")
+    return number::radarChart;
+  return name == "com.sun.star.chart2.BubbleChartType" ? number::bubbleChart : 0;
 }
 
 void readPlot(const Session& session, Chart& chart, const uno::Reference<css::chart2::XDiagram>& diagram) {

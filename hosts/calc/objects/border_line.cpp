@@ -5,6 +5,7 @@
 #include <string>
 
 #include "hosts/calc/office_call.h"
+#include "hosts/objects/numbers.h"
 
 namespace mervane::calc {
 
@@ -12,14 +13,14 @@ namespace {
 
 namespace office = css::table::BorderLineStyle;
 
-constexpr std::int32_t none = -4142;
-constexpr std::int32_t automatic = -4105;
-constexpr std::int32_t continuous = 1;
-constexpr std::int32_t doubled = -4119;
-constexpr std::int32_t hairline = 1;
-constexpr std::int32_t thin = 2;
-constexpr std::int32_t medium = -4138;
-constexpr std::int32_t thick = 4;
+using hosts::number::automatic;
+using hosts::number::continuous;
+using hosts::number::doubled;
+using hosts::number::hairline;
+using hosts::number::medium;
+using hosts::number::none;
+using hosts::number::thick;
+using hosts::number::thin;
 
 struct Style {
   std::int32_t number;
@@ -27,11 +28,11 @@ struct Style {
 };
 constexpr std::array<Style, 6> styles{{
     {continuous, office::SOLID},
-    {-4115, office::DASHED},
-    {-4118, office::DOTTED},
+    {hosts::number::dash, office::DASHED},
+    {hosts::number::dot, office::DOTTED},
     {doubled, office::DOUBLE},
-    {4, office::DASH_DOT},
-    {5, office::DASH_DOT_DOT},
+    {hosts::number::dashDot, office::DASH_DOT},
+    {hosts::number::dashDotDot, office::DASH_DOT_DOT},
 }};
 
 /// Widths in hundredths of a millimetre, those that the office gives the weights of workbook files.
@@ -54,7 +55,7 @@ std::int32_t LineFormat::style() const {
   for (const Style& one : styles) {
     if (one.office == line_.LineStyle) return one.number;
   }
-  return line_.LineStyle == office::FINE_DASHED ? -4115 : continuous;
+  return line_.LineStyle == office::FINE_DASHED ? hosts::number::dash : continuous;
 }
 
 std::int32_t LineFormat::weight() const {

@@ -15,6 +15,7 @@
 #include "hosts/calc/session.h"
 #include "hosts/calc/sheet_facts.h"
 #include "hosts/objects/arguments.h"
+#include "hosts/objects/numbers.h"
 #include "spreadsheet/object.h"
 #include "spreadsheet/palette.h"
 
@@ -27,9 +28,9 @@ namespace {
 
 using SessionRef = std::shared_ptr<Session>;
 
-constexpr std::int32_t automatic = -4105;
-constexpr std::int32_t none = -4142;
-constexpr std::int32_t patternSolid = 1;
+using hosts::number::automatic;
+using hosts::number::none;
+
 constexpr std::int32_t noFill = -1;
 constexpr std::int32_t white = 0xFFFFFF;
 constexpr std::int32_t largestColor = 0xFFFFFF;
@@ -112,7 +113,7 @@ class InteriorObject final : public sheet::Object {
 
   void pattern(std::int32_t number) {
     if (number == none || number == automatic) return fill(noFill);
-    if (number != patternSolid) refuse("A fill of cells is solid or none here; there is no pattern.");
+    if (number != hosts::number::solid) refuse("A fill of cells is solid or none here; there is no pattern.");
     if (!session_->formats().willBeFilled(area_)) {
       session_->formats().set(area_, FormatBuffer::Property::solidFill, white);
     }
@@ -125,7 +126,7 @@ class InteriorObject final : public sheet::Object {
     switch (member) {
       case member::Pattern:
         if (!agreed) return Null{};
-        return color == noFill ? none : patternSolid;
+        return color == noFill ? none : hosts::number::solid;
       case member::ColorIndex:
         if (!agreed) return Null{};
         return color == noFill ? none : indexOf(session_->fillColors, color, 0);

@@ -15,6 +15,7 @@ using mervane::charts::Chart;
 using mervane::charts::DataSource;
 using mervane::charts::defaultChartHeight;
 using mervane::charts::defaultChartWidth;
+using mervane::charts::displayUnitName;
 using mervane::charts::Fill;
 using mervane::charts::Font;
 using mervane::charts::Frame;

@@ -86,21 +86,15 @@ bool hasMarkers(const pugi::xml_node& group) {
 
 /// The object model's number of a chart's type; 0 for one that is not known here.
 std::int32_t typeOf(const pugi::xml_node& group) {
-  constexpr std::int32_t area = 1;
-  constexpr std::int32_t pie = 5;
-  constexpr std::int32_t scatter = -4169;
-  constexpr std::int32_t doughnut = -4120;
-  constexpr std::int32_t radar = -4151;
-  constexpr std::int32_t bubble = 15;
   const std::string_view local = localName(group.name());
   if (local == "barChart") return barType(group);
   if (local == "lineChart") return hasMarkers(group) ? number::lineMarkersChart : number::lineChart;
-  if (local == "areaChart") return area;
-  if (local == "pieChart") return pie;
-  if (local == "scatterChart") return scatter;
-  if (local == "doughnutChart") return doughnut;
-  if (local == "radarChart") return radar;
-  return local == "bubbleChart" ? bubble : 0;
+  if (local == "areaChart") return number::areaChart;
+  if (local == "pieChart") return number::pieChart;
+  if (local == "scatterChart") return number::scatterChart;
+  if (local == "doughnutChart") return number::doughnutChart;
+  if (local == "radarChart") return number::radarChart;
+  return local == "bubbleChart" ? number::bubbleChart : 0;
 }
 
 void readPlot(ChartHost& host, Chart& chart, const pugi::xml_node& plot) {

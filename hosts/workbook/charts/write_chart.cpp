@@ -1,6 +1,5 @@
 #include "hosts/workbook/charts/write_chart.h"
 
-#include <array>
 #include <pugixml.hpp>
 
 #include "hosts/workbook/charts/namespaces.h"
@@ -62,10 +61,8 @@ void gridlines(pugi::xml_node parent, const Axis& axis) {
 }
 
 const char* crossesOf(std::int32_t crosses) {
-  constexpr std::int32_t maximum = 2;
-  constexpr std::int32_t minimum = 4;
-  if (crosses == maximum) return "max";
-  return crosses == minimum ? "min" : "autoZero";
+  if (crosses == number::crossesAtMaximum) return "max";
+  return crosses == number::crossesAtMinimum ? "min" : "autoZero";
 }
 
 /// What both kinds of axis begin with, up to `c:crosses`.
@@ -105,13 +102,8 @@ void catAx(pugi::xml_node parent, const Chart& chart, bool lying) {
 
 /// `c:dispUnits`
 void dispUnits(pugi::xml_node parent, std::int32_t unit) {
-  constexpr std::array<const char*, 9> units = {"hundreds",         "thousands", "tenThousands",
-                                                "hundredThousands", "millions",  "tenMillions",
-                                                "hundredMillions",  "billions",  "trillions"};
   if (unit == number::none) return;
-  constexpr std::int32_t firstUnit = -2;
-  appendValue(parent.append_child("c:dispUnits"), "c:builtInUnit",
-              units.at(static_cast<std::size_t>(firstUnit - unit)));
+  appendValue(parent.append_child("c:dispUnits"), "c:builtInUnit", displayUnitName(unit));
 }
 
 /// `c:valAx`

@@ -10,9 +10,6 @@
 namespace mervane::workbook::charts {
 namespace {
 
-constexpr std::int32_t singleUnderline = 2;
-constexpr std::int32_t doubleUnderline = -4119;
-
 /// Line widths in EMU.
 std::int32_t widthOf(std::int32_t weight) {
   switch (weight) {
@@ -43,8 +40,8 @@ const char* dashOf(std::int32_t style) {
 }
 
 const char* underlineOf(std::int32_t underline) {
-  if (underline == singleUnderline) return "sng";
-  return underline == doubleUnderline ? "dbl" : "none";
+  if (underline == number::singleUnderline) return "sng";
+  return underline == number::doubleUnderline ? "dbl" : "none";
 }
 
 std::string hexColor(std::int32_t colorIndex) {

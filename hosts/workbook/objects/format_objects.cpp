@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "hosts/objects/arguments.h"
+#include "hosts/objects/numbers.h"
 #include "hosts/workbook/auto_fit.h"
 #include "hosts/workbook/book.h"
 #include "hosts/workbook/objects/pool.h"
@@ -19,9 +20,13 @@ using sheet::Access;
 
 namespace {
 
-constexpr std::int32_t automatic = -4105;
-constexpr std::int32_t none = -4142;
-constexpr std::int32_t patternSolid = 1;
+using hosts::number::automatic;
+using hosts::number::hairline;
+using hosts::number::medium;
+using hosts::number::none;
+using hosts::number::thick;
+using hosts::number::thin;
+
 constexpr std::uint32_t firstPaletteNumber = 7;  // index 1 of the palette is the indexed colour 8
 constexpr std::uint32_t windowBackground = 65;
 
@@ -66,8 +71,8 @@ double colorOf(const Styles& styles, const ColorName& color, std::uint32_t other
 }
 
 constexpr std::array<std::pair<std::int32_t, const char*>, 18> patterns{{
-    {1, "solid"},
-    {-4142, "none"},
+    {hosts::number::solid, "solid"},
+    {none, "none"},
     {-4125, "mediumGray"},
     {-4126, "darkGray"},
     {-4124, "lightGray"},
@@ -92,25 +97,21 @@ struct LineWord {
   std::int32_t style;
   std::int32_t weight;
 };
-constexpr std::int32_t hairline = 1;
-constexpr std::int32_t thin = 2;
-constexpr std::int32_t medium = -4138;
-constexpr std::int32_t thick = 4;
 constexpr std::array<LineWord, 14> lineWords{{
     {"none", none, thin},
-    {"thin", 1, thin},
-    {"hair", 1, hairline},
-    {"medium", 1, medium},
-    {"thick", 1, thick},
-    {"dashed", -4115, thin},
-    {"mediumDashed", -4115, medium},
-    {"dotted", -4118, thin},
-    {"double", -4119, thick},
-    {"dashDot", 4, thin},
-    {"mediumDashDot", 4, medium},
-    {"dashDotDot", 5, thin},
-    {"mediumDashDotDot", 5, medium},
-    {"slantDashDot", 13, medium},
+    {"thin", hosts::number::continuous, thin},
+    {"hair", hosts::number::continuous, hairline},
+    {"medium", hosts::number::continuous, medium},
+    {"thick", hosts::number::continuous, thick},
+    {"dashed", hosts::number::dash, thin},
+    {"mediumDashed", hosts::number::dash, medium},
+    {"dotted", hosts::number::dot, thin},
+    {"double", hosts::number::doubled, thick},
+    {"dashDot", hosts::number::dashDot, thin},
+    {"mediumDashDot", hosts::number::dashDot, medium},
+    {"dashDotDot", hosts::number::dashDotDot, thin},
+    {"mediumDashDotDot", hosts::number::dashDotDot, medium},
+    {"slantDashDot", hosts::number::slantDashDot, medium},
 }};
 
 const LineWord& lineWord(std::string_view word) {
@@ -244,7 +245,7 @@ class InteriorObject final : public sheet::Object {
           for (const auto& [number, word] : patterns) {
             if (styles.fill(style).pattern == word) return number;
           }
-          return patternSolid;
+          return hosts::number::solid;
         });
       case member::ColorIndex:
         return common(book_, area_, [&](std::uint32_t style) -> Variant {
