@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "spreadsheet/marked_cell.h"
 #include "spreadsheet/name_characters.h"
 
 namespace mervane::sheet {
@@ -54,21 +55,9 @@ std::string distance(std::int32_t place, std::int32_t base, bool isFixed) {
 /// Takes one A1 cell with its markers.
 bool takeCell(std::string_view& text, CellAddress base, std::string& as) {
   std::string_view rest = text;
-  const bool fixedColumn = rest.starts_with('$');
-  if (fixedColumn) rest.remove_prefix(1);
-  std::size_t letters = 0;
-  while (letters < rest.size() && isLetter(rest[letters])) ++letters;
-  std::string cell(rest.substr(0, letters));
-  rest.remove_prefix(letters);
-  const bool fixedRow = rest.starts_with('$');
-  if (fixedRow) rest.remove_prefix(1);
-  std::size_t digits = 0;
-  while (digits < rest.size() && isDigit(rest[digits])) ++digits;
-  cell += rest.substr(0, digits);
-  rest.remove_prefix(digits);
-  const std::optional<CellAddress> at = letters > 0 && digits > 0 ? parseCell(cell) : std::nullopt;
-  if (!at || !endsName(rest)) return false;
-  as = "R" + distance(at->row, base.row, fixedRow) + "C" + distance(at->column, base.column, fixedColumn);
+  MarkedCell at;
+  if (!takeMarkedCell(rest, at) || !endsName(rest)) return false;
+  as = "R" + distance(at.row, base.row, at.fixedRow) + "C" + distance(at.column, base.column, at.fixedColumn);
   text = rest;
   return true;
 }

@@ -5,45 +5,14 @@
 
 #include "hosts/workbook/cell_address.h"
 #include "hosts/workbook/cell_error.h"
+#include "spreadsheet/marked_cell.h"
 #include "spreadsheet/name_characters.h"
 
 namespace mervane::workbook {
 
 namespace {
 
-/// One cell of a reference, with its markers.
-struct Corner {
-  bool fixedColumn = false;
-  bool fixedRow = false;
-  std::int32_t column = 0;
-  std::int32_t row = 0;
-};
-
-/// Takes "$A$1" and the like off the begin; false leaves the text as it is.
-bool takeCorner(std::string_view& text, Corner& corner) {
-  std::string_view rest = text;
-  const auto mark = [&] {
-    const bool has = rest.starts_with('$');
-    if (has) rest.remove_prefix(1);
-    return has;
-  };
-  corner.fixedColumn = mark();
-  std::size_t letters = 0;
-  while (letters < rest.size() && sheet::isLetter(rest[letters])) ++letters;
-  std::string cell(rest.substr(0, letters));
-  rest.remove_prefix(letters);
-  corner.fixedRow = mark();
-  std::size_t digits = 0;
-  while (digits < rest.size() && sheet::isDigit(rest[digits])) ++digits;
-  cell += rest.substr(0, digits);
-  rest.remove_prefix(digits);
-  const std::optional<CellAddress> at = letters > 0 && digits > 0 ? parseCell(cell) : std::nullopt;
-  if (!at) return false;
-  corner.column = at->column;
-  corner.row = at->row;
-  text = rest;
-  return true;
-}
+using Corner = sheet::MarkedCell;
 
 std::string printed(const Corner& corner) {
   if (!isOnSheet(corner.row, corner.column)) return "#REF!";
@@ -98,11 +67,11 @@ std::string withReferences(std::string_view formula, const std::function<std::st
       return behind.empty() || (!sheet::isNamePart(behind.front()) && behind.front() != '(' && behind.front() != '!' &&
                                 behind.front() != '[' && behind.front() != '$');
     };
-    if (takeCorner(rest, reference.first) && standsAlone(rest)) {
+    if (sheet::takeMarkedCell(rest, reference.first) && standsAlone(rest)) {
       std::string_view pair = rest;
       if (pair.starts_with(':')) {
         pair.remove_prefix(1);
-        if (takeCorner(pair, reference.second) && standsAlone(pair)) {
+        if (sheet::takeMarkedCell(pair, reference.second) && standsAlone(pair)) {
           reference.isPair = true;
           rest = pair;
         }
