@@ -307,7 +307,10 @@ bool OptionWindow::keyPressed(int key) {
         return true;
       }
       escaped_ = true;  // The toolkit closes an open drop-down field by it, or else the dialog.
-      return false;
+      if (focused_ == nullptr || focused_->kind != OptionKind::groupHeader) return false;
+      // A button that a click has put down takes the key for itself and does nothing with it.
+      shell_->end();
+      return true;
     case awt::Key::PAGEUP:
     case awt::Key::PAGEDOWN:
       if (inDropDown) return false;

@@ -258,6 +258,11 @@ class Driver:
         self.keep_picture("calc-dialog.png", "Mervane Kelvash")
         self.screen.keys("Escape")
         self.wait_until_closed()
+        self.open_dialog()
+        self.controls.click("Output formatting parameters")
+        wait_for(lambda: self.is_seen("Set colors"), "an opened group shows its items")
+        self.screen.keys("Escape")
+        self.wait_until_closed()
         step("entries, keys and names of the dialog are as they should be")
 
     def is_seen(self, name):
