@@ -125,9 +125,22 @@ Office::~Office() {
 }
 
 uno::Reference<css::frame::XModel> Office::load(const rtl::OUString& url, const std::string& name) {
+  const auto model = load(url, name, false);
+  const bool writable = inOffice("open " + name, [&] {
+    const uno::Reference<css::frame::XStorable> storable(model, uno::UNO_QUERY_THROW);
+    return !storable->isReadonly();
+  });
+  if (writable) return model;
+  // A file that cannot be written to, or that is open elsewhere, takes no changes. A new document made of it does, and
+  // is stored by another name anyway.
+  close(model);
+  return load(url, name, true);
+}
+
+uno::Reference<css::frame::XModel> Office::load(const rtl::OUString& url, const std::string& name, bool asTemplate) {
   return inOffice("open " + name, [&] {
-    const std::array<css::beans::PropertyValue, 3> settings = {
-        property("Hidden", uno::Any(true)),
+    const std::array<css::beans::PropertyValue, 4> settings = {
+        property("AsTemplate", uno::Any(asTemplate)), property("Hidden", uno::Any(true)),
         property("MacroExecutionMode", uno::Any(css::document::MacroExecMode::NEVER_EXECUTE)),
         property("UpdateDocMode", uno::Any(css::document::UpdateDocMode::NO_UPDATE))};
     const auto desktop = css::frame::Desktop::create(context_);

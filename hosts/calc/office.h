@@ -42,6 +42,8 @@ class Office {
 
  private:
   [[nodiscard]] uno::Reference<css::frame::XModel> load(const rtl::OUString& url, const std::string& name);
+  [[nodiscard]] uno::Reference<css::frame::XModel> load(const rtl::OUString& url, const std::string& name,
+                                                        bool asTemplate);
   void connect(const std::string& pipe);
 
   std::unique_ptr<OfficeProcess> process_;

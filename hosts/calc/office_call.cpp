@@ -26,7 +26,10 @@ void refuseClosed() {
 
 void refuseFor(const std::string& action, const uno::Exception& exception) {
   std::string text = "LibreOffice could not " + action;
-  const std::string reason = fromOffice(exception.Message);
+  std::string reason = fromOffice(exception.Message);
+  // Where in its own sources it gave up is of no use to anybody.
+  if (const std::size_t place = reason.find("at ./"); place != std::string::npos) reason.erase(place);
+  while (reason.ends_with(' ')) reason.pop_back();
   text += reason.empty() ? "." : ": " + reason;
   refuse(text);
 }

@@ -93,6 +93,17 @@ TEST_F(ProgramWithCalc, ARefusedRunLeavesNoFileAndNoOffice) {
   EXPECT_TRUE(scratch.entries().empty());
 }
 
+TEST_F(ProgramWithCalc, AFileThatIsOpenElsewhereIsClusteredToo) {
+  // As an office marks a file that somebody else works in.
+  folder.put(".~lock.data.ods#", ",somebody,elsewhere,21.11.2026 10:00,file:///nowhere;");
+  const std::string out = folder.file("out.ods");
+  const Outcome outcome = runProgram(start(out));
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  calc::CalcBook got(out);
+  EXPECT_EQ(got.cellValue("Iris", {1, 7}), Variant("Clusters"));
+  EXPECT_EQ(got.cellValue("Iris", {2, 7}), Variant(1.0));
+}
+
 TEST_F(ProgramWithCalc, AFileThatIsNoSpreadsheetIsRefused) {
   folder.put("bad.ods", "nothing of the kind");
   const Outcome outcome = runProgram({"sheets", folder.file("bad.ods")});
