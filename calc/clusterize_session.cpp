@@ -2,6 +2,7 @@
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/util/CloseVetoException.hpp>
 #include <com/sun/star/util/XCloseBroadcaster.hpp>
 
@@ -13,6 +14,7 @@
 #include "engine/create_network_engine.h"
 #include "hosts/calc/calc_host.h"
 #include "mervane/classifier3.h"
+#include "mervane/runtime_errors.h"
 #include "support/globals.h"
 
 namespace mervane::addin {
@@ -110,6 +112,11 @@ void ClusterizeSession::open() {
   document_.set(controller->getModel(), uno::UNO_SET_THROW);
   const uno::Reference<star::util::XCloseBroadcaster> broadcaster(document_, uno::UNO_QUERY_THROW);
   broadcaster->addCloseListener(this);
+  const uno::Reference<star::frame::XStorable> file(document_, uno::UNO_QUERY);
+  if (file.is() && file->isReadonly()) {
+    throw Failure(runtime::applicationDefined.number,
+                  "This document is open for reading only. Switch Edit > Edit Mode on, or save it by another name.");
+  }
   services_ = officeServices(desk());
   if (request_.silent) makeSilent(*services_, request_.options, report_);
   globals::platform(services_);

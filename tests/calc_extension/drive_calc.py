@@ -103,6 +103,10 @@ class Driver:
                                   ({"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS}, "Invalid cell reference.")):
                 answer = office.dispatch(document, **options)
                 expect((answer.State, answer.Result) == (0, told), f"{options} is refused by {told!r}, not {answer.Result!r}")
+            locked = office.load(self.copy_of_book("reading.xlsx"), ReadOnly=True)
+            answer = office.dispatch(locked, Inputs=INPUTS, Outputs=OUTPUTS)
+            expect(answer.State == 0 and "for reading only" in answer.Result, f"a document for reading is refused: {answer.Result!r}")
+            locked.close(True)
             step("what cannot be done is refused with a sentence")
             document.close(True)
             self.conforming(office)
