@@ -15,6 +15,9 @@ void beginLearning();
 /// Whether an interruption has been noted since `beginLearning`.
 [[nodiscard]] bool requested() noexcept;
 
+/// Counts an interruption, for the handlers of the machine. False where the program is to end at once.
+[[nodiscard]] bool note() noexcept;
+
 /// The unfinished file to remove when the program is ended; only one at a time.
 void guardFile(const std::string& path);
 void releaseFile() noexcept;

@@ -12,21 +12,19 @@
 namespace mervane::cli::interruption {
 namespace {
 
-// Signal handlers read and write these; all are lock-free.
-std::atomic<bool> learning{false};
-std::atomic<int> interruptions{0};
+// Signal handlers read these; all are lock-free.
 std::atomic<bool> hasFile{false};
 constexpr std::size_t longestPath = 4096;
 std::array<char, longestPath> file{};
 
-static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 void removeFile() noexcept {
   if (hasFile.load()) static_cast<void>(::unlink(file.data()));
 }
 
 extern "C" void onInterrupt(int) {
-  if (interruptions.fetch_add(1) == 0 && learning.load()) return;
+  if (note()) return;
   removeFile();
   ::_exit(static_cast<int>(ExitStatus::interrupted));
 }
@@ -57,15 +55,6 @@ void watch() {
   // A closed pipe and a file beyond its allowed size are seen as failed writes, so that they can be told properly.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-}
-
-void beginLearning() {
-  interruptions.store(0);
-  learning.store(true);
-}
-
-bool requested() noexcept {
-  return interruptions.load() > 0;
 }
 
 void guardFile(const std::string& path) {

@@ -12,8 +12,6 @@ namespace mervane::cli::interruption {
 namespace {
 
 // The system calls the handler on a thread of its own, so these are shared with that.
-std::atomic<bool> learning{false};
-std::atomic<int> interruptions{0};
 std::atomic<bool> hasFile{false};
 constexpr std::size_t longestPath = 32768;
 std::array<wchar_t, longestPath> file{};
@@ -32,7 +30,7 @@ BOOL WINAPI onEvent(DWORD event) {
   switch (event) {
     case CTRL_C_EVENT:
     case CTRL_BREAK_EVENT:
-      if (interruptions.fetch_add(1) == 0 && learning.load()) return TRUE;
+      if (note()) return TRUE;
       end(ExitStatus::interrupted);
     default:
       // The window is closed, or the user or the machine leaves: the system ends the program after this.
@@ -46,15 +44,6 @@ BOOL WINAPI onEvent(DWORD event) {
 void watch() {
   // Where the program was started with Ctrl-C ignored, the system goes on ignoring it.
   static_cast<void>(SetConsoleCtrlHandler(onEvent, TRUE));
-}
-
-void beginLearning() {
-  interruptions.store(0);
-  learning.store(true);
-}
-
-bool requested() noexcept {
-  return interruptions.load() > 0;
 }
 
 void guardFile(const std::string& path) {
