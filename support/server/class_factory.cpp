@@ -1,5 +1,7 @@
 #include "support/server/class_factory.h"
 
+#include <new>
+
 #include "support/server/module.h"
 
 namespace mervane::server {
@@ -33,6 +35,17 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, void**
 HRESULT ClassFactory::LockServer(BOOL lock) {
   ModuleLock::lock(lock != FALSE);
   return S_OK;
+}
+
+HRESULT classObject(REFCLSID own, ClassFactory::Create create, REFCLSID requested, REFIID interfaceId, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (requested != own) return CLASS_E_CLASSNOTAVAILABLE;
+  auto* factory = new (std::nothrow) ClassFactory(create);
+  if (factory == nullptr) return E_OUTOFMEMORY;
+  const HRESULT result = factory->QueryInterface(interfaceId, object);
+  factory->Release();
+  return result;
 }
 
 }  // namespace mervane::server

@@ -27,4 +27,8 @@ class ClassFactory : public IClassFactory {
   std::atomic<ULONG> references_{1};
 };
 
+/// What a library of one class answers to the call for a factory.
+/// @param create makes objects of that class, `own`; there is no other.
+HRESULT classObject(REFCLSID own, ClassFactory::Create create, REFCLSID requested, REFIID interfaceId, void** object);
+
 }  // namespace mervane::server

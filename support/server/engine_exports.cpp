@@ -15,14 +15,7 @@ const RegisteredClass engine{engineClassId, L"MervaneEngine.NetworkEngine", L"Me
 }  // namespace
 
 extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID requested, REFIID interfaceId, void** object) {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  if (requested != engineClassId) return CLASS_E_CLASSNOTAVAILABLE;
-  auto* factory = new (std::nothrow) ClassFactory(&EngineServer::create);
-  if (factory == nullptr) return E_OUTOFMEMORY;
-  const HRESULT result = factory->QueryInterface(interfaceId, object);
-  factory->Release();
-  return result;
+  return classObject(engineClassId, &EngineServer::create, requested, interfaceId, object);
 }
 
 extern "C" HRESULT WINAPI DllCanUnloadNow() {

@@ -15,14 +15,7 @@ const RegisteredClass classifier{classId, className, L"MervaneClass3.Classifier3
 }  // namespace
 
 extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID requested, REFIID interfaceId, void** object) {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  if (requested != classId) return CLASS_E_CLASSNOTAVAILABLE;
-  auto* factory = new (std::nothrow) ClassFactory(&ClassifierServer::create);
-  if (factory == nullptr) return E_OUTOFMEMORY;
-  const HRESULT result = factory->QueryInterface(interfaceId, object);
-  factory->Release();
-  return result;
+  return classObject(classId, &ClassifierServer::create, requested, interfaceId, object);
 }
 
 extern "C" HRESULT WINAPI DllCanUnloadNow() {
