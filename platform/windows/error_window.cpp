@@ -55,11 +55,7 @@ class ErrorWindow final : public platform::ErrorWindow {
   void fillBar();
   void showTitle();
   void press(const std::string& key);
-  /// Ends the showing. A message that was sent, not posted, does not end the wait for the next one, so one is posted.
-  void end() {
-    ended_ = true;
-    PostMessageW(window_, WM_NULL, 0, 0);
-  }
+  void end() { ModalShowing::end(window_, ended_); }
 
   Scale scale_;
   HWND window_ = nullptr;
@@ -76,11 +72,7 @@ class ErrorWindow final : public platform::ErrorWindow {
 };
 
 LRESULT CALLBACK ErrorWindow::procedure(HWND window, UINT message, WPARAM word, LPARAM data) {
-  if (message == WM_NCCREATE) {
-    const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(data);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
-  }
-  auto* self = reinterpret_cast<ErrorWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  auto* self = static_cast<ErrorWindow*>(objectOf(window, message, data));
   if (self != nullptr && self->window_ == window) {
     if (const std::optional<LRESULT> answer = self->on(message, word, data)) return *answer;
   }

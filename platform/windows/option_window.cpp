@@ -55,7 +55,6 @@ class OptionWindow final : public platform::OptionWindow {
  private:
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM word, LPARAM data);
   static LRESULT CALLBACK listProcedure(HWND window, UINT message, WPARAM word, LPARAM data);
-  static OptionWindow* ofWindow(HWND window, UINT message, LPARAM data);
   std::optional<LRESULT> onWindow(UINT message, WPARAM word, LPARAM data);
   std::optional<LRESULT> onList(UINT message, WPARAM word, LPARAM data);
 
@@ -67,11 +66,7 @@ class OptionWindow final : public platform::OptionWindow {
   void command(int id, int notification);
   void listCommand(int id, int notification);
   void pressButton(const std::string& key);
-  /// Ends the showing. A message that was sent, not posted, does not end the wait for the next one, so one is posted.
-  void end() {
-    ended_ = true;
-    PostMessageW(window_, WM_NULL, 0, 0);
-  }
+  void end() { ModalShowing::end(window_, ended_); }
   bool finishEditor();
   bool finishEditor(HWND field, const OptionItem& item);
   void revertOrClose();
@@ -91,16 +86,8 @@ class OptionWindow final : public platform::OptionWindow {
   bool finishing_ = false;
 };
 
-OptionWindow* OptionWindow::ofWindow(HWND window, UINT message, LPARAM data) {
-  if (message == WM_NCCREATE) {
-    const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(data);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
-  }
-  return reinterpret_cast<OptionWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-}
-
 LRESULT CALLBACK OptionWindow::windowProcedure(HWND window, UINT message, WPARAM word, LPARAM data) {
-  OptionWindow* self = ofWindow(window, message, data);
+  auto* self = static_cast<OptionWindow*>(objectOf(window, message, data));
   if (self != nullptr && self->window_ == window) {
     if (const std::optional<LRESULT> answer = self->onWindow(message, word, data)) return *answer;
   }
@@ -108,7 +95,7 @@ LRESULT CALLBACK OptionWindow::windowProcedure(HWND window, UINT message, WPARAM
 }
 
 LRESULT CALLBACK OptionWindow::listProcedure(HWND window, UINT message, WPARAM word, LPARAM data) {
-  OptionWindow* self = ofWindow(window, message, data);
+  auto* self = static_cast<OptionWindow*>(objectOf(window, message, data));
   if (self != nullptr && self->listWindow_ == window) {
     if (const std::optional<LRESULT> answer = self->onList(message, word, data)) return *answer;
   }

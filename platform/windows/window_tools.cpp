@@ -60,6 +60,14 @@ void registerWindowClass(const wchar_t* name, WNDPROC procedure, HBRUSH backgrou
   RegisterClassExW(&described);
 }
 
+void* objectOf(HWND window, UINT message, LPARAM data) {
+  if (message == WM_NCCREATE) {
+    const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(data);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+  }
+  return reinterpret_cast<void*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
 ModalShowing::ModalShowing(HWND window) : window_(window), owner_(GetActiveWindow()) {
   if (owner_ == window_) owner_ = nullptr;
   if (owner_ != nullptr) {
@@ -87,6 +95,11 @@ void ModalShowing::run(const bool& ended) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+}
+
+void ModalShowing::end(HWND window, bool& ended) {
+  ended = true;
+  PostMessageW(window, WM_NULL, 0, 0);
 }
 
 void moveFocus(HWND window, WPARAM word, LPARAM data) {

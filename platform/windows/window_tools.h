@@ -39,6 +39,9 @@ class Font {
 /// Registers a window class of this module once for the process. `procedure` gets the object from the window's data.
 void registerWindowClass(const wchar_t* name, WNDPROC procedure, HBRUSH background);
 [[nodiscard]] HINSTANCE thisModule();
+/// For a window procedure: the object that the window was made with, which its data keeps from the first message that
+/// brings it; null before.
+[[nodiscard]] void* objectOf(HWND window, UINT message, LPARAM data);
 
 /// Runs the message loop of a modal window until `ended` is true. The window that was active cannot be used meanwhile
 /// and is the active one again afterwards.
@@ -49,6 +52,9 @@ class ModalShowing {
   ModalShowing(const ModalShowing&) = delete;
   ModalShowing& operator=(const ModalShowing&) = delete;
   void run(const bool& ended);
+  /// Ends the run of this window, whose `ended` this is. A message that was sent, not posted, does not end the wait for
+  /// the next one, so one is posted.
+  static void end(HWND window, bool& ended);
 
  private:
   HWND window_;
