@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "hosts/workbook/refuse.h"
+#include "mervane/utf16.h"
 
 namespace mervane::workbook {
 
@@ -20,20 +21,6 @@ std::int32_t markAt(std::string_view text, std::size_t at) {
   std::int32_t value = 0;
   const auto [end, error] = std::from_chars(text.data() + at + 2, text.data() + at + 6, value, 16);
   return error == std::errc{} && end == text.data() + at + 6 && value >= 0 ? value : -1;
-}
-
-void appendUtf8(std::string& to, std::uint32_t code) {
-  const auto put = [&](std::uint32_t byte) { to += static_cast<char>(static_cast<unsigned char>(byte)); };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0 | (code >> 6));
-    put(0x80 | (code & 0x3F));
-  } else {
-    put(0xE0 | (code >> 12));
-    put(0x80 | ((code >> 6) & 0x3F));
-    put(0x80 | (code & 0x3F));
-  }
 }
 
 }  // namespace
@@ -186,7 +173,7 @@ std::string unescapedCellText(std::string_view text) {
     if (code < 0 || (code >= 0xD800 && code < 0xE000)) {
       result += text[i];
     } else {
-      appendUtf8(result, static_cast<std::uint32_t>(code));
+      appendUtf8(result, static_cast<char32_t>(code));
       i += 6;
     }
   }

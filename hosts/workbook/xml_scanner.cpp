@@ -6,6 +6,7 @@
 
 #include "hosts/workbook/refuse.h"
 #include "hosts/workbook/small_xml.h"
+#include "mervane/utf16.h"
 
 namespace mervane::workbook {
 
@@ -17,25 +18,6 @@ constexpr std::size_t deepest = 256;
 
 constexpr bool isBlank(char c) {
   return c == ' ' || c == '\n' || c == '\t' || c == '\r';
-}
-
-void appendCode(std::string& to, std::uint32_t code) {
-  const auto put = [&](std::uint32_t byte) { to += static_cast<char>(static_cast<unsigned char>(byte)); };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0 | (code >> 6));
-    put(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    put(0xE0 | (code >> 12));
-    put(0x80 | ((code >> 6) & 0x3F));
-    put(0x80 | (code & 0x3F));
-  } else {
-    put(0xF0 | (code >> 18));
-    put(0x80 | ((code >> 12) & 0x3F));
-    put(0x80 | ((code >> 6) & 0x3F));
-    put(0x80 | (code & 0x3F));
-  }
 }
 
 }  // namespace
@@ -314,7 +296,7 @@ void XmlScanner::appendResolved(std::string& to, std::string_view raw) const {
         ++digits;
       }
       std::string character;
-      if (code <= 0x10FFFF) appendCode(character, code);
+      if (code <= 0x10FFFF) appendUtf8(character, code);
       if (digits == 0 || character.empty() || !isXmlText(character)) malformed("it holds a character that is none");
       to += character;
     } else {

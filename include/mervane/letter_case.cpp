@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "mervane/utf16.h"
+
 namespace mervane {
 
 namespace {
@@ -232,25 +234,6 @@ Decoded decoded(std::string_view text) {
   return {length, codePoint};
 }
 
-void appendUtf8(std::string& text, std::int32_t codePoint) {
-  const auto append = [&](std::int32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (codePoint < 0x80) {
-    append(codePoint);
-  } else if (codePoint < 0x800) {
-    append(0xC0 | codePoint >> 6);
-    append(0x80 | (codePoint & 0x3F));
-  } else if (codePoint < 0x10000) {
-    append(0xE0 | codePoint >> 12);
-    append(0x80 | (codePoint >> 6 & 0x3F));
-    append(0x80 | (codePoint & 0x3F));
-  } else {
-    append(0xF0 | codePoint >> 18);
-    append(0x80 | (codePoint >> 12 & 0x3F));
-    append(0x80 | (codePoint >> 6 & 0x3F));
-    append(0x80 | (codePoint & 0x3F));
-  }
-}
-
 }  // namespace
 
 std::string lowered(std::string_view text) {
@@ -263,7 +246,7 @@ std::string lowered(std::string_view text) {
     if (character.length == 0 || codePoint == character.codePoint) {
       result.append(text.substr(0, length));
     } else {
-      appendUtf8(result, codePoint);
+      appendUtf8(result, static_cast<char32_t>(codePoint));
     }
     text.remove_prefix(length);
   }

@@ -49,6 +49,8 @@ char32_t readUtf8(std::string_view text, std::size_t& position) {
   return point;
 }
 
+}  // namespace
+
 void appendUtf8(std::string& text, char32_t point) {
   const auto append = [&](char32_t byte) { text.push_back(static_cast<char>(static_cast<std::uint8_t>(byte))); };
   if (point < 0x80) {
@@ -67,8 +69,6 @@ void appendUtf8(std::string& text, char32_t point) {
     append(0x80U | (point & 0x3FU));
   }
 }
-
-}  // namespace
 
 std::u16string toUtf16(std::string_view text) {
   std::u16string result;
