@@ -17,6 +17,11 @@ css::lang::Locale english() {
   return {"en", "US", rtl::OUString()};
 }
 
+/// The one that the user has chosen, or the machine's; numbers are shown with its signs.
+css::lang::Locale ofTheOffice() {
+  return {};
+}
+
 }  // namespace
 
 uno::Reference<css::util::XNumberFormats> NumberFormats::formats() {
@@ -46,7 +51,12 @@ sal_Int32 NumberFormats::keyOf(const std::string& code) {
   try {
     const rtl::OUString text = toOffice(code);
     key = formats()->queryKey(text, english(), false);
-    if (key < 0) key = formats()->addNew(text, english());
+    if (key < 0) {
+      key = formats()->addNewConverted(text, english(), ofTheOffice());
+    } else {
+      const uno::Reference<css::util::XNumberFormatTypes> types(formats(), uno::UNO_QUERY_THROW);
+      key = types->getFormatForLocale(key, ofTheOffice());
+    }
   } catch (const css::lang::DisposedException&) {
     throw;
   } catch (const uno::Exception&) {
@@ -63,7 +73,8 @@ std::string NumberFormats::codeOf(sal_Int32 key) {
   const auto known = codes_.find(key);
   if (known != codes_.end()) return known->second;
   rtl::OUString code;
-  formats()->getByKey(key)->getPropertyValue("FormatString") >>= code;
+  const uno::Reference<css::util::XNumberFormatTypes> types(formats(), uno::UNO_QUERY_THROW);
+  formats()->getByKey(types->getFormatForLocale(key, english()))->getPropertyValue("FormatString") >>= code;
   std::string text = fromOffice(code);
   codes_.emplace(key, text);
   return text;

@@ -168,6 +168,37 @@ class Driver:
         document.close(True)
         step("one undo leaves alone what a run did not write, and brings back a filter")
 
+    def locale_of_the_office(self, name):
+        """Takes the office's regional settings over into the profile; they hold from its next start on."""
+        office = Office(self.folder, "--headless")
+        try:
+            settings = office.create("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
+                "com.sun.star.configuration.ConfigurationUpdateAccess", properties(nodepath="/org.openoffice.Setup/L10N"))
+            settings.setPropertyValue("ooSetupSystemLocale", name)
+            settings.commitChanges()
+            expect(office.quit(), "the office quits with new regional settings")
+        finally:
+            office.kill()
+
+    def in_another_locale(self):
+        """Results are shown with the signs of the user's language, and numbers of macros are not read by them."""
+        self.locale_of_the_office("de-DE")
+        office = Office(self.folder, "--headless")
+        try:
+            document = office.load(self.copy_of_book("other-locale.xlsx"))
+            answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, LearningRate=0.5, InitialWeights="0,3")
+            expect(answer.State == 1, f"a run in another locale succeeds: {answer.Result}")
+            shown = document.Sheets.getByIndex(0).getCellRangeByName("E164").String
+            expect("".join(shown.split()) == "40,67%", f"percentages are shown as the user writes them: {shown}")
+            document.close(True)
+            expect(office.quit(), "the office quits by itself")
+        finally:
+            office.kill()
+        # Numbers are remembered as they are written.
+        subprocess.run([str(self.mervane), "settings", "clear"], check=True, capture_output=True, timeout=60)
+        self.locale_of_the_office("")
+        step("a run in another locale reads and shows numbers in that locale")
+
     def compare_with_command_line(self, office, after):
         made = self.folder / "by-command-line.xlsx"
         subprocess.run([str(self.mervane), "cluster", str(self.book), "--inputs", INPUTS, "--outputs", OUTPUTS,
@@ -445,6 +476,7 @@ def main():
     try:
         driver.install()
         driver.without_window()
+        driver.in_another_locale()
         driver.in_window()
         driver.remove()
     except Failed as trouble:
