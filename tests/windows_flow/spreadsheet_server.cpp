@@ -23,13 +23,7 @@ HRESULT createApplication(REFIID interfaceId, void** object) {
 }  // namespace
 
 extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID requested, REFIID interfaceId, void** object) {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  if (requested != applicationId) return CLASS_E_CLASSNOTAVAILABLE;
-  auto* factory = new ClassFactory(&createApplication);
-  const HRESULT result = factory->QueryInterface(interfaceId, object);
-  factory->Release();
-  return result;
+  return classObject(applicationId, &createApplication, requested, interfaceId, object);
 }
 
 extern "C" HRESULT WINAPI DllCanUnloadNow() {
