@@ -9,7 +9,7 @@
 #include "support/app_settings.h"
 #include "support/error_numbers.h"
 #include "support/globals.h"
-#include "tests/platform_windows/own_user_registry.h"
+#include "tests/support/own_user_registry.h"
 
 // The settings store on the registry: what the calls of the platform leave behind and answer.
 
@@ -71,7 +71,7 @@ class RegistrySettings : public testing::Test {
     return status == ERROR_SUCCESS ? std::pair{type, std::string(bytes, size)} : std::pair<DWORD, std::string>{};
   }
 
-  OwnUserRegistry registry;
+  OwnUserRegistry registry{L"Software\\MervanePlatformTest"};
   CAppSettings settings;
 };
 

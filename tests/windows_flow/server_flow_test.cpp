@@ -9,6 +9,7 @@
 
 #include "mervane/convert.h"
 #include "tests/hosts_workbook/fixture.h"
+#include "tests/support/own_user_registry.h"
 #include "tests/windows_flow/dispatch_client.h"
 #include "tests/windows_flow/foreign_application.h"
 #include "tests/windows_flow/host_dispatch.h"
@@ -21,41 +22,19 @@ using Microsoft::WRL::ComPtr;
 
 constexpr GUID classifierId = {0xB4FB371B, 0x7FDB, 0x485F, {0x8D, 0xA1, 0xEE, 0x10, 0x79, 0x6A, 0xC2, 0xEE}};
 
-/// The user's part of the registry is a place of this test's own, empty at the beginning.
-class OwnUserRegistry {
- public:
-  OwnUserRegistry() {
-    RegDeleteTreeW(HKEY_CURRENT_USER, path);
-    RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &key_,
-                    nullptr);
-    EXPECT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, key_), ERROR_SUCCESS);
+/// A setting in the user's part of the registry as a text.
+std::string setting(const char* section, const char* name) {
+  char text[256] = {};
+  DWORD number = 0;
+  DWORD size = sizeof number;
+  const std::string key = std::string("Software\\Tarvik\\MervaneCls3\\") + section;
+  if (RegGetValueA(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_DWORD, nullptr, &number, &size) == ERROR_SUCCESS) {
+    return std::to_string(number);
   }
-  ~OwnUserRegistry() {
-    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-    RegCloseKey(key_);
-    RegDeleteTreeW(HKEY_CURRENT_USER, path);
-  }
-  OwnUserRegistry(const OwnUserRegistry&) = delete;
-  OwnUserRegistry& operator=(const OwnUserRegistry&) = delete;
-
-  [[nodiscard]] static std::string value(const char* section, const char* name) {
-    char text[256] = {};
-    DWORD number = 0;
-    DWORD size = sizeof number;
-    const std::string key = std::string("Software\\Tarvik\\MervaneCls3\\") + section;
-    if (RegGetValueA(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_DWORD, nullptr, &number, &size) ==
-        ERROR_SUCCESS) {
-      return std::to_string(number);
-    }
-    size = sizeof text;
-    const LSTATUS status = RegGetValueA(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size);
-    return status == ERROR_SUCCESS ? text : "error " + std::to_string(status);
-  }
-
- private:
-  static constexpr const wchar_t* path = L"Software\\MervaneFlowTest";
-  HKEY key_ = nullptr;
-};
+  size = sizeof text;
+  const LSTATUS status = RegGetValueA(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size);
+  return status == ERROR_SUCCESS ? text : "error " + std::to_string(status);
+}
 
 /// The server's library, loaded without a registration.
 class Server {
@@ -121,7 +100,7 @@ class ServerFlow : public testing::Test {
 
   std::string showDialog() { return toText(classifier->call(L"ShowMainForm"), englishLocale()); }
 
-  OwnUserRegistry registry;
+  const OwnUserRegistry registry{L"Software\\MervaneFlowTest"};
   Server server;
   workbook::tests::TemporaryFolder folder;
   std::filesystem::path file = folder / "iris.xlsx";
@@ -158,8 +137,8 @@ TEST_F(ServerFlow, WhatTheDialogHeldIsRememberedInTheRegistry) {
     const User user({L"Clusterize"});
     EXPECT_EQ(showDialog(), "CLOSE");
   }
-  EXPECT_EQ(OwnUserRegistry::value("values", "Clusters"), "3");
-  EXPECT_EQ(OwnUserRegistry::value("values", "Epochs"), "100");
+  EXPECT_EQ(setting("values", "Clusters"), "3");
+  EXPECT_EQ(setting("values", "Epochs"), "100");
   classifier->call(L"UnloadfrmMain");
 }
 

@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "tests/support/own_user_registry.h"
 #include "tests/windows_server/sink.h"
 #include "tests/windows_server/window_user.h"
 
@@ -225,27 +226,6 @@ TEST(Apartments, AnotherApartmentsCallsAreMarshalled) {
   }).join();
 }
 
-/// The user's part of the registry is an empty place of this test's own, so that the dialog shows its defaults.
-class OwnUserRegistry {
- public:
-  OwnUserRegistry() {
-    RegDeleteTreeW(HKEY_CURRENT_USER, path);
-    RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr);
-    EXPECT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, key_), ERROR_SUCCESS);
-  }
-  ~OwnUserRegistry() {
-    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-    RegCloseKey(key_);
-    RegDeleteTreeW(HKEY_CURRENT_USER, path);
-  }
-  OwnUserRegistry(const OwnUserRegistry&) = delete;
-  OwnUserRegistry& operator=(const OwnUserRegistry&) = delete;
-
- private:
-  static constexpr const wchar_t* path = L"Software\\MervaneServerTest";
-  HKEY key_ = nullptr;
-};
-
 LOGFONTW fontOf(HWND control) {
   LOGFONTW font{};
   GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);
@@ -253,7 +233,7 @@ LOGFONTW fontOf(HWND control) {
 }
 
 TEST(ServerWindows, ARefusedCheckIsToldInABoxWithoutATitleOfItsOwn) {
-  const OwnUserRegistry registry;
+  const OwnUserRegistry registry(L"Software\\MervaneServerTest");
   const Classifier classifier;
   LOGFONTW barFont{};
   LOGFONTW listFont{};
