@@ -1,6 +1,8 @@
 #include "tests/hosts_calc/witness.h"
 
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/uno/Any.hxx>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <ooo/vba/XFontBase.hpp>
@@ -145,7 +147,11 @@ void Witness::filterBy(const std::string& range, std::int32_t column, const std:
 }
 
 void Witness::fitColumns(const std::string& range) const {
-  sheet_->range(range)->getEntireColumn()->Autofit();
+  // NB: the object model's own Autofit lays cells out without taking the office's lock, and the office may draw at the
+  // same time: once in a dozen runs it went down.
+  const uno::Reference<css::table::XColumnRowRange> cells(sheet_->range(range)->getCellRange(), uno::UNO_QUERY_THROW);
+  const uno::Reference<css::beans::XPropertySet> columns(cells->getColumns(), uno::UNO_QUERY_THROW);
+  columns->setPropertyValue("OptimalWidth", uno::Any(true));
 }
 
 }  // namespace mervane::tests
