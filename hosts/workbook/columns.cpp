@@ -54,9 +54,8 @@ void Columns::load(const SheetFrame& frame, std::size_t formatCount, const std::
     span.first = std::clamp(span.first, 1, lastSheetColumn);
     span.last = std::clamp(span.last, span.first, lastSheetColumn);
     if (span.style >= formatCount) {
-      refuse("The part \"" + part + "\" of the workbook is damaged near column " + sheet::columnLetters(span.first) +
-             ": the cell format \"" + std::to_string(span.style) +
-             "\" does not exist. Let the spreadsheet repair the file and save it anew.");
+      refuseDamaged(part, "column " + sheet::columnLetters(span.first),
+                    "the cell format \"" + std::to_string(span.style) + "\" does not exist");
     }
     spans_.push_back(std::move(span));
   }

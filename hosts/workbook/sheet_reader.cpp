@@ -389,8 +389,7 @@ class SheetReader {
 
   [[noreturn]] void placeFailure(const std::string& what) const {
     const std::string where = column_ > 0 && row_ > 0 ? a1(CellAddress{row_, column_}) : "row " + std::to_string(row_);
-    refuse("The part \"" + part_ + "\" of the workbook is damaged near " + where + ": " + what +
-           ". Let the spreadsheet repair the file and save it anew.");
+    refuseDamaged(part_, where, what);
   }
 
   const std::string& part_;

@@ -1,6 +1,5 @@
 #include "hosts/calc/objects/application_object.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "hosts/charts/chart_object.h"
 #include "hosts/charts/shape_objects.h"
 #include "hosts/objects/reference_style.h"
+#include "hosts/objects/worksheets.h"
 
 namespace mervane::calc {
 
@@ -74,57 +74,11 @@ class WorksheetObject final : public sheet::Object {
   std::int32_t position_;
 };
 
-class WorksheetEnumerator final : public sheet::Object {
- public:
-  explicit WorksheetEnumerator(SessionRef session) : session_(std::move(session)) {}
-  Variant invoke(Access, member::Id member, Arguments) override {
-    if (member != member::Next) raise(runtime::memberNotSupported);
-    if (at_ >= session_->sheetCount()) return {};
-    return makeWorksheet(session_, at_++);
-  }
-
- private:
-  SessionRef session_;
-  std::int32_t at_ = 0;
-};
-
-class WorksheetsObject final : public sheet::Object {
- public:
-  explicit WorksheetsObject(SessionRef session) : session_(std::move(session)) {}
-
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
-    if (access == Access::put) raise(runtime::memberNotSupported);
-    switch (member) {
-      case member::Count:
-        return session_->sheetCount();
-      case member::Item:
-        return item(arguments);
-      case member::NewEnum:
-        return Variant(sheet::ObjectRef(std::make_shared<WorksheetEnumerator>(session_)));
-      default:
-        raise(runtime::memberNotSupported);
-    }
-  }
-
- private:
-  Variant item(Arguments arguments) {
-    const Variant& index = hosts::given(arguments, 0);
-    if (const std::string* name = index.getIf<std::string>()) {
-      const std::optional<std::int32_t> position = session_->sheetNamed(*name);
-      if (!position) raise(runtime::subscriptOutOfRange);
-      return makeWorksheet(session_, *position);
-    }
-    const std::int32_t position = hosts::wholeArgument(arguments, 0);
-    if (position < 1 || position > session_->sheetCount()) raise(runtime::subscriptOutOfRange);
-    return makeWorksheet(session_, position - 1);
-  }
-
-  SessionRef session_;
-};
-
 Variant worksheets(const SessionRef& session, Arguments arguments) {
-  const sheet::ObjectRef all = std::make_shared<WorksheetsObject>(session);
-  return arguments.empty() ? Variant(all) : all->invoke(Access::get, member::Item, arguments);
+  return hosts::worksheetsOf({[session] { return session->sheetCount(); },
+                              [session](const std::string& name) { return session->sheetNamed(name); },
+                              [session](std::int32_t position) { return makeWorksheet(session, position); }},
+                             arguments);
 }
 
 class WorkbookObject final : public sheet::Object {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "hosts/objects/reference_style.h"
+#include "hosts/objects/worksheets.h"
 #include "hosts/workbook/auto_filter.h"
 #include "hosts/workbook/book.h"
 #include "hosts/workbook/objects/range_object.h"
@@ -65,57 +66,11 @@ class WorksheetObject final : public sheet::Object {
   std::int32_t position_;
 };
 
-class WorksheetEnumerator final : public sheet::Object {
- public:
-  explicit WorksheetEnumerator(Book& book) : book_(book) {}
-  Variant invoke(Access, member::Id member, Arguments) override {
-    if (member != member::Next) raise(runtime::memberNotSupported);
-    if (at_ >= book_.sheetCount()) return {};
-    return makeWorksheet(book_, at_++);
-  }
-
- private:
-  Book& book_;
-  std::int32_t at_ = 0;
-};
-
-class WorksheetsObject final : public sheet::Object {
- public:
-  explicit WorksheetsObject(Book& book) : book_(book) {}
-
-  Variant invoke(Access access, member::Id member, Arguments arguments) override {
-    if (access == Access::put) raise(runtime::memberNotSupported);
-    switch (member) {
-      case member::Count:
-        return book_.sheetCount();
-      case member::Item:
-        return item(arguments);
-      case member::NewEnum:
-        return Variant(sheet::ObjectRef(std::make_shared<WorksheetEnumerator>(book_)));
-      default:
-        raise(runtime::memberNotSupported);
-    }
-  }
-
- private:
-  Variant item(Arguments arguments) {
-    const Variant& index = hosts::given(arguments, 0);
-    if (const std::string* name = index.getIf<std::string>()) {
-      const std::optional<std::int32_t> position = book_.sheetNamed(*name);
-      if (!position) raise(runtime::subscriptOutOfRange);
-      return makeWorksheet(book_, *position);
-    }
-    const std::int32_t position = hosts::wholeArgument(arguments, 0);
-    if (position < 1 || position > book_.sheetCount()) raise(runtime::subscriptOutOfRange);
-    return makeWorksheet(book_, position - 1);
-  }
-
-  Book& book_;
-};
-
 Variant worksheets(Book& book, Arguments arguments) {
-  const sheet::ObjectRef all = std::make_shared<WorksheetsObject>(book);
-  return arguments.empty() ? Variant(all) : all->invoke(Access::get, member::Item, arguments);
+  return hosts::worksheetsOf(
+      {[&book] { return book.sheetCount(); }, [&book](const std::string& name) { return book.sheetNamed(name); },
+       [&book](std::int32_t position) { return makeWorksheet(book, position); }},
+      arguments);
 }
 
 class WorkbookObject final : public sheet::Object {
