@@ -85,5 +85,14 @@ function(mervane_test_options name)
     # At this level the false alarm about joined texts has more names.
     target_compile_options(${name} PRIVATE -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
   endif()
-  target_compile_definitions(${name} PRIVATE MERVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  # The path of the checkout goes to the files alone that ask for it: the others stay the same in every checkout, and a
+  # compiler cache finds them again.
+  get_target_property(sources ${name} SOURCES)
+  foreach(source ${sources})
+    cmake_path(ABSOLUTE_PATH source)
+    file(STRINGS ${source} asks REGEX MERVANE_SOURCE_DIR LIMIT_COUNT 1)
+    if(asks)
+      set_property(SOURCE ${source} APPEND PROPERTY COMPILE_DEFINITIONS MERVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    endif()
+  endforeach()
 endfunction()
