@@ -1,6 +1,7 @@
 #include <memory>
 #include <utility>
 
+#include "checks/refusal.h"
 #include "cli/commands.h"
 #include "cli/dry_run.h"
 #include "cli/outcome.h"
@@ -10,7 +11,6 @@
 #include "cli/text_display.h"
 #include "cli/workbook_file.h"
 #include "cli/workbook_ranges.h"
-#include "cli/workbook_refusal.h"
 #include "cli/workbook_rows.h"
 #include "cli/workbook_session.h"
 #include "dialog/remembered_options.h"
@@ -187,7 +187,7 @@ class WorkbookCommand {
   void prepare(const std::string& inputs, const std::string& outputs, bool sorts) {
     const auto place = book_->find(inputs);
     // What the component's own check is about to refuse needs no words here.
-    if (!place || !referenceTrouble(*book_, "--inputs", inputs).empty()) return;
+    if (!place || !checks::referenceTrouble(*book_, "--inputs", inputs).empty()) return;
     // A damaged sheet is trouble with the file and no failure of the run.
     static_cast<void>(book_->usedArea(place->sheet));
     if (const auto listing = book_->find(outputs)) static_cast<void>(book_->usedArea(listing->sheet));

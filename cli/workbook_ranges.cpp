@@ -58,10 +58,6 @@ std::string columnsText(const std::vector<std::string>& columns) {
 
 }  // namespace
 
-std::string referenceOf(const OpenBook::Place& place) {
-  return sheet::quotedSheetName(place.sheet) + "!" + sheet::a1(place.area);
-}
-
 std::optional<OpenBook::Place> proposedInputs(OpenBook& book) {
   const std::string sheet = book.activeSheetName();
   const auto block = book.numericBlock(sheet);

@@ -5,17 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "checks/refusal.h"
 #include "hosts/book/open_book.h"
 
 /// Where a run reads and writes, as far as the program itself has to know it.
 namespace mervane::cli {
 
-/// The last row and column that a reference may name, 65535 and ZZ.
-inline constexpr std::int32_t lastReferenceRow = 65535;
-inline constexpr std::int32_t lastReferenceColumn = 702;
-
-/// "Sheet1!B2:E151".
-[[nodiscard]] std::string referenceOf(const hosts::OpenBook::Place& place);
+using checks::lastReferenceColumn;
+using checks::lastReferenceRow;
+using checks::referenceOf;
 
 /// The one rectangular block of numbers on the active sheet.
 [[nodiscard]] std::optional<hosts::OpenBook::Place> proposedInputs(hosts::OpenBook& book);

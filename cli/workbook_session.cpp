@@ -4,10 +4,10 @@
 #include <optional>
 #include <utility>
 
+#include "checks/refusal.h"
 #include "cli/problem.h"
 #include "cli/talk.h"
 #include "cli/training_watch.h"
-#include "cli/workbook_refusal.h"
 #include "dialog/store_without_places.h"
 #include "mervane/classifier3.h"
 #include "mervane/convert.h"
@@ -107,7 +107,8 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
 
 void WorkbookSession::refuse(Classifier3& classifier) {
   const std::string where =
-      whyRefused(book_, services_.message_->text(), classifier.CellInputs(), classifier.CellOutputs());
+      checks::whyRefused(book_, {.inputs = "--inputs", .outputs = "--outputs"}, services_.message_->text(),
+                         classifier.CellInputs(), classifier.CellOutputs());
   throw Problem(ExitStatus::dataRefused, services_.message_->text(), where);
 }
 

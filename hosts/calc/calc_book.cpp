@@ -1,12 +1,7 @@
 #include "hosts/calc/calc_book.h"
 
-#include <com/sun/star/table/XCell.hpp>
-
 #include "hosts/book/file_bytes.h"
-#include "hosts/book/numeric_blocks.h"
 #include "hosts/calc/objects/application_object.h"
-#include "hosts/calc/sheet_facts.h"
-#include "hosts/charts/series_text.h"
 #include "mervane/runtime_errors.h"
 
 namespace mervane::calc {
@@ -30,15 +25,12 @@ std::filesystem::path copied(const std::filesystem::path& path, const std::files
   return copy;
 }
 
-bool isNumber(const Variant& value) {
-  return value.getIf<double>() != nullptr;
-}
-
 }  // namespace
 
 CalcBook::CalcBook(const std::filesystem::path& path)
     : document_(office_.open(copied(path, office_.folder()))),
       session_(inOffice("open the document", [&] { return std::make_shared<Session>(office_.context(), document_); })),
+      cells_(session_),
       application_(makeApplication(session_)) {}
 
 CalcBook::~CalcBook() {
@@ -55,17 +47,6 @@ void CalcBook::save(const std::filesystem::path& target, const hosts::Unfinished
   std::filesystem::remove(stored);
 }
 
-std::int32_t CalcBook::position(std::string_view sheet) const {
-  const std::optional<std::int32_t> found = session_->sheetNamed(sheet);
-  if (!found) raise(runtime::subscriptOutOfRange);
-  return *found;
-}
-
-std::optional<CellArea> CalcBook::usedArea(std::string_view sheet) {
-  const std::int32_t owner = position(sheet);
-  return inOffice("tell what a sheet holds", [&] { return session_->facts().used(owner); });
-}
-
 std::vector<CalcBook::SheetInfo> CalcBook::sheets() {
   std::vector<SheetInfo> all;
   const std::int32_t active = session_->activeSheet();
@@ -80,65 +61,6 @@ std::vector<CalcBook::SheetInfo> CalcBook::sheets() {
     all.push_back(std::move(info));
   }
   return all;
-}
-
-std::vector<std::string> CalcBook::sheetNames() const {
-  std::vector<std::string> names;
-  for (std::int32_t sheet = 0; sheet < session_->sheetCount(); ++sheet) names.push_back(session_->sheetName(sheet));
-  return names;
-}
-
-std::string CalcBook::activeSheetName() const {
-  return session_->sheetName(session_->activeSheet());
-}
-
-std::optional<CalcBook::Place> CalcBook::find(std::string_view reference) const {
-  try {
-    const SheetArea area = session_->resolve(reference, session_->activeSheet());
-    return Place{session_->sheetName(area.sheet), area.area};
-  } catch (const Failure&) {
-    return std::nullopt;
-  }
-}
-
-std::string CalcBook::cellText(std::string_view sheet, CellAddress at) {
-  return mervane::charts::cellText(*session_, position(sheet), at);
-}
-
-std::optional<std::string> CalcBook::cellFormula(std::string_view sheet, CellAddress at) {
-  const std::int32_t owner = position(sheet);
-  return inOffice("tell a formula", [&]() -> std::optional<std::string> {
-    for (const CellArea& area : session_->facts().formulas(owner)) {
-      if (!area.contains(at)) continue;
-      return fromOffice(session_->sheetAt(owner)->getCellByPosition(at.column - 1, at.row - 1)->getFormula());
-    }
-    return std::nullopt;
-  });
-}
-
-Variant CalcBook::cellValue(std::string_view sheet, CellAddress at) {
-  return session_->value(position(sheet), at);
-}
-
-std::vector<CellAddress> CalcBook::commentedCells(std::string_view, const CellArea&) {
-  return {};
-}
-
-std::optional<CellArea> CalcBook::numericBlock(std::string_view sheet) {
-  const std::int32_t owner = position(sheet);
-  const auto used = usedArea(sheet);
-  if (!used) return std::nullopt;
-  hosts::NumericBlocks blocks;
-  for (std::int32_t row = used->firstRow; row <= used->lastRow; ++row) {
-    for (std::int32_t column = used->firstColumn; column <= used->lastColumn; ++column) {
-      if (!isNumber(session_->value(owner, {row, column}))) continue;
-      std::int32_t last = column;
-      while (last < used->lastColumn && isNumber(session_->value(owner, {row, last + 1}))) ++last;
-      blocks.addRun(row, column, last);
-      column = last;
-    }
-  }
-  return blocks.largest();
 }
 
 std::vector<CalcBook::WrittenBlock> CalcBook::written() {

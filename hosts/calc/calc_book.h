@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "hosts/book/open_book.h"
+#include "hosts/calc/calc_cells.h"
 #include "hosts/calc/office.h"
 #include "hosts/calc/session.h"
 
@@ -24,31 +25,37 @@ class CalcBook final : public hosts::OpenBook {
   [[nodiscard]] sheet::ObjectRef application() override { return application_; }
   void save(const std::filesystem::path& target, const hosts::UnfinishedFile& unfinished = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;
-  [[nodiscard]] std::vector<std::string> sheetNames() const override;
-  [[nodiscard]] std::string activeSheetName() const override;
-  [[nodiscard]] std::optional<CellArea> usedArea(std::string_view sheet) override;
-  [[nodiscard]] std::optional<Place> find(std::string_view reference) const override;
-  /// Numbers are told without their formats.
-  [[nodiscard]] std::string cellText(std::string_view sheet, CellAddress at) override;
-  [[nodiscard]] std::optional<std::string> cellFormula(std::string_view sheet, CellAddress at) override;
-  [[nodiscard]] Variant cellValue(std::string_view sheet, CellAddress at) override;
-  /// The same: the office has every formula computed.
-  [[nodiscard]] Variant cellValueOrEmpty(std::string_view sheet, CellAddress at) override {
-    return cellValue(sheet, at);
+  [[nodiscard]] std::vector<std::string> sheetNames() const override { return cells_.sheetNames(); }
+  [[nodiscard]] std::string activeSheetName() const override { return cells_.activeSheetName(); }
+  [[nodiscard]] std::optional<CellArea> usedArea(std::string_view sheet) override { return cells_.usedArea(sheet); }
+  [[nodiscard]] std::optional<Place> find(std::string_view reference) const override { return cells_.find(reference); }
+  [[nodiscard]] std::string cellText(std::string_view sheet, CellAddress at) override {
+    return cells_.cellText(sheet, at);
   }
-  /// None: the office's sort takes comments along.
-  [[nodiscard]] std::vector<CellAddress> commentedCells(std::string_view sheet, const CellArea& area) override;
-  [[nodiscard]] std::optional<CellArea> numericBlock(std::string_view sheet) override;
+  [[nodiscard]] std::optional<std::string> cellFormula(std::string_view sheet, CellAddress at) override {
+    return cells_.cellFormula(sheet, at);
+  }
+  [[nodiscard]] Variant cellValue(std::string_view sheet, CellAddress at) override {
+    return cells_.cellValue(sheet, at);
+  }
+  [[nodiscard]] Variant cellValueOrEmpty(std::string_view sheet, CellAddress at) override {
+    return cells_.cellValueOrEmpty(sheet, at);
+  }
+  [[nodiscard]] std::vector<CellAddress> commentedCells(std::string_view sheet, const CellArea& area) override {
+    return cells_.commentedCells(sheet, area);
+  }
+  [[nodiscard]] std::optional<CellArea> numericBlock(std::string_view sheet) override {
+    return cells_.numericBlock(sheet);
+  }
   /// Not kept; raises.
   [[nodiscard]] std::vector<WrittenBlock> written() override;
   [[nodiscard]] const std::vector<std::string>& notes() const override { return notes_; }
 
  private:
-  [[nodiscard]] std::int32_t position(std::string_view sheet) const;
-
   Office office_;
   uno::Reference<css::frame::XModel> document_;
   std::shared_ptr<Session> session_;
+  CalcCells cells_;
   sheet::ObjectRef application_;
   std::vector<std::string> notes_;
 };

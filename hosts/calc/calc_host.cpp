@@ -1,5 +1,6 @@
 #include "hosts/calc/calc_host.h"
 
+#include "hosts/calc/calc_cells.h"
 #include "hosts/calc/objects/application_object.h"
 #include "hosts/calc/session.h"
 
@@ -16,6 +17,10 @@ CalcHost::~CalcHost() {
 
 sheet::ObjectRef CalcHost::application() const {
   return application_;
+}
+
+std::unique_ptr<hosts::BookCells> CalcHost::cells() const {
+  return std::make_unique<CalcCells>(session_);
 }
 
 void CalcHost::flush() {

@@ -15,6 +15,10 @@ class XModel;
 }
 }  // namespace com::sun::star
 
+namespace mervane::hosts {
+class BookCells;
+}
+
 namespace mervane::calc {
 
 class Session;
@@ -37,6 +41,9 @@ class CalcHost {
 
   /// The Application object of the object model.
   [[nodiscard]] sheet::ObjectRef application() const;
+
+  /// The document's sheets, to look at; what waits is written first where it matters.
+  [[nodiscard]] std::unique_ptr<hosts::BookCells> cells() const;
 
   /// Brings every waiting write into the document; raises what the office refused. To be called before anybody else
   /// looks at the document: before it is stored, and when the host's control goes back to the user.

@@ -1,11 +1,11 @@
-#include "cli/text_display.h"
+#include "checks/text_display.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
 
-namespace mervane::cli {
+namespace mervane::checks {
 namespace {
 
 constexpr std::string_view ellipsis = "\u2026";
@@ -178,4 +178,4 @@ std::string counted(long long number, std::string_view singular, std::string_vie
   return grouped(number) + " " + std::string(number == 1 ? singular : plural);
 }
 
-}  // namespace mervane::cli
+}  // namespace mervane::checks

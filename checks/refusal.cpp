@@ -1,4 +1,4 @@
-#include "cli/workbook_refusal.h"
+#include "checks/refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,17 +6,16 @@
 #include <optional>
 #include <vector>
 
-#include "cli/text_display.h"
-#include "cli/workbook_ranges.h"
+#include "checks/text_display.h"
 #include "mervane/convert.h"
 #include "mervane/failure.h"
 #include "mervane/letter_case.h"
 #include "support/globals.h"
 
-namespace mervane::cli {
+namespace mervane::checks {
 namespace {
 
-using hosts::OpenBook;
+using hosts::BookCells;
 using sheet::CellAddress;
 using sheet::CellArea;
 
@@ -47,12 +46,12 @@ std::string rowTrouble(std::string_view digits) {
   return "row " + std::string(number) + " is above 65535";
 }
 
-bool isText(OpenBook& book, const std::string& sheet, CellAddress at) {
+bool isText(BookCells& book, const std::string& sheet, CellAddress at) {
   return book.cellValueOrEmpty(sheet, at).getIf<std::string>() != nullptr;
 }
 
 /// Whole rows or columns as far as the sheet is used, without the lines of text on top.
-CellArea usedPart(OpenBook& book, const OpenBook::Place& place) {
+CellArea usedPart(BookCells& book, const BookCells::Place& place) {
   const CellArea& area = place.area;
   const auto used = book.usedArea(place.sheet);
   const bool isWhole = area.rows() == sheet::lastSheetRow || area.columns() == sheet::lastSheetColumn;
@@ -70,7 +69,7 @@ CellArea usedPart(OpenBook& book, const OpenBook::Place& place) {
 }
 
 /// What to give in place of a text that leads to cells but is no reference; nothing where it leads nowhere.
-std::string instead(OpenBook& book, const std::string& text) {
+std::string instead(BookCells& book, const std::string& text) {
   const auto place = book.find(text);
   if (!place) return {};
   const CellArea area = usedPart(book, *place);
@@ -98,13 +97,13 @@ std::size_t distance(std::string_view from, std::string_view to) {
 }
 
 /// The nearest of the names, or all of them where none is near.
-std::string nearestSheet(const OpenBook& book, const std::string& wanted) {
+std::string nearestSheet(const BookCells& book, const std::string& wanted) {
   const std::vector<std::string> names = book.sheetNames();
   const auto far = [&](const std::string& name) { return distance(lowered(name), lowered(wanted)); };
   const auto nearest = std::ranges::min_element(names, {}, far);
   if (nearest == names.end()) return "; the workbook has no worksheet";
-  if (names.size() == 1) return "; the only one is " + cli::quoted(*nearest);
-  return "; the nearest name is " + cli::quoted(*nearest);
+  if (names.size() == 1) return "; the only one is " + checks::quoted(*nearest);
+  return "; the nearest name is " + checks::quoted(*nearest);
 }
 
 std::string unquotedSheet(std::string sheet) {
@@ -115,14 +114,14 @@ std::string unquotedSheet(std::string sheet) {
 }
 
 /// What keeps a cell from being a number; empty where it is one.
-std::string cellTrouble(OpenBook& book, const std::string& sheet, CellAddress at) {
+std::string cellTrouble(BookCells& book, const std::string& sheet, CellAddress at) {
   Variant value;
   try {
     value = book.cellValue(sheet, at);
   } catch (const Failure& failure) {
     return failure.description();
   }
-  const std::string text = cli::quoted(book.cellText(sheet, at));
+  const std::string text = checks::quoted(book.cellText(sheet, at));
   if (!isNumeric(value, globals::locale())) {
     if (value.getIf<Date>() != nullptr) return "date " + text + " is not a number";
     if (value.getIf<ErrorValue>() != nullptr) return "error " + text + " is not a number";
@@ -135,7 +134,7 @@ std::string cellTrouble(OpenBook& book, const std::string& sheet, CellAddress at
 }
 
 /// The first cell that the component stumbles over, in the order in which it reads: column by column.
-std::string firstBadCell(OpenBook& book, const OpenBook::Place& place) {
+std::string firstBadCell(BookCells& book, const BookCells::Place& place) {
   const std::string sheet = sheet::quotedSheetName(place.sheet) + "!";
   std::string first;
   std::int64_t others = 0;
@@ -162,7 +161,7 @@ std::string firstBadCell(OpenBook& book, const OpenBook::Place& place) {
 }
 
 /// Says what the first column of a range holds that is no reason to make clusters.
-std::string equalValues(OpenBook& book, const OpenBook::Place& place) {
+std::string equalValues(BookCells& book, const BookCells::Place& place) {
   const CellArea& area = place.area;
   if (area.rows() == 1) return "the range " + sheet::a1(area) + " has one row";
   const CellArea column{area.firstRow, area.firstColumn, area.lastRow, area.firstColumn};
@@ -172,8 +171,12 @@ std::string equalValues(OpenBook& book, const OpenBook::Place& place) {
 
 }  // namespace
 
-std::string referenceTrouble(OpenBook& book, std::string_view flag, const std::string& reference) {
-  const std::string name(flag);
+std::string referenceOf(const BookCells::Place& place) {
+  return sheet::quotedSheetName(place.sheet) + "!" + sheet::a1(place.area);
+}
+
+std::string referenceTrouble(BookCells& book, std::string_view called, const std::string& reference) {
+  const std::string name(called);
   if (reference.empty()) return name + " is empty; give a reference such as Sheet1!A2:D151";
   const std::size_t mark = reference.rfind('!');
   const bool hasSheet = mark != std::string::npos;
@@ -182,7 +185,7 @@ std::string referenceTrouble(OpenBook& book, std::string_view flag, const std::s
   const auto first = rowDigits(cells.substr(0, colon));
   const auto second = colon == std::string_view::npos ? first : rowDigits(cells.substr(colon + 1));
   if (!first || !second || mark == 0) {
-    return name + ": " + cli::quoted(reference) + " is not a reference such as Sheet1!A2:D151" +
+    return name + ": " + checks::quoted(reference) + " is not a reference such as Sheet1!A2:D151" +
            instead(book, reference);
   }
   for (const std::string_view digits : {*first, *second}) {
@@ -194,21 +197,21 @@ std::string referenceTrouble(OpenBook& book, std::string_view flag, const std::s
   const std::vector<std::string> names = book.sheetNames();
   const bool isKnown =
       std::ranges::any_of(names, [&](const std::string& one) { return lowered(one) == lowered(sheet); });
-  return isKnown ? std::string() : name + ": there is no sheet " + cli::quoted(sheet) + nearestSheet(book, sheet);
+  return isKnown ? std::string() : name + ": there is no sheet " + checks::quoted(sheet) + nearestSheet(book, sheet);
 }
 
-std::string whyRefused(OpenBook& book, const std::string& message, const std::string& inputs,
-                       const std::string& outputs) {
+std::string whyRefused(BookCells& book, const ReferenceNames& names, const std::string& message,
+                       const std::string& inputs, const std::string& outputs) {
   // In the order of the component's own checks.
-  std::string trouble = referenceTrouble(book, "--inputs", inputs);
+  std::string trouble = referenceTrouble(book, names.inputs, inputs);
   if (!trouble.empty()) return trouble;
   const auto place = book.find(inputs);
-  if (!place) return "--inputs: " + cli::quoted(inputs) + " names no cells";
+  if (!place) return std::string(names.inputs) + ": " + checks::quoted(inputs) + " names no cells";
   trouble = firstBadCell(book, *place);
   if (!trouble.empty()) return trouble;
-  trouble = referenceTrouble(book, "--outputs", outputs);
+  trouble = referenceTrouble(book, names.outputs, outputs);
   if (!trouble.empty()) return trouble;
   return message == "Cannot clusterize equal values" ? equalValues(book, *place) : std::string();
 }
 
-}  // namespace mervane::cli
+}  // namespace mervane::checks
