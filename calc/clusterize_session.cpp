@@ -7,14 +7,18 @@
 #include <com/sun/star/util/XCloseBroadcaster.hpp>
 
 #include "calc/border.h"
+#include "calc/explained_messages.h"
 #include "calc/references.h"
 #include "calc/run_watch.h"
 #include "calc/silent_run.h"
 #include "calc/window/dialog_closer.h"
+#include "checks/refusal.h"
 #include "engine/create_network_engine.h"
+#include "hosts/book/book_cells.h"
 #include "hosts/calc/calc_host.h"
 #include "mervane/classifier3.h"
 #include "mervane/runtime_errors.h"
+#include "spreadsheet/application.h"
 #include "support/globals.h"
 
 namespace mervane::addin {
@@ -119,8 +123,12 @@ void ClusterizeSession::open() {
   }
   services_ = officeServices(desk());
   if (request_.silent) makeSilent(*services_, request_.options, report_);
+  services_->messageBox = explainedMessages(services_->messageBox, [this](const std::string& one) { return why(one); });
   globals::platform(services_);
   host_ = std::make_unique<calc::CalcHost>(office_.context, document_);
+  // The dialog holds references in A1 notation, whichever one the office shows.
+  const Variant notation[] = {Variant(sheet::referenceStyleA1)};
+  static_cast<void>(host_->application()->invoke(sheet::Access::put, sheet::member::ReferenceStyle, notation));
   classifier_ = Classifier3::create({.createEngine = createNetworkEngine});
   classifier_->ExcelApplication(host_->application());
   watch_ = std::make_unique<RunWatch>(office_, frame_, document_, *classifier_);
@@ -129,6 +137,13 @@ void ClusterizeSession::open() {
   if (!proposal) return;
   classifier_->CellInputs(proposal->inputs);
   if (!proposal->outputs.empty()) classifier_->CellOutputs(proposal->outputs);
+}
+
+/// Where the trouble lies that the component tells of.
+std::string ClusterizeSession::why(const std::string& message) const {
+  const auto cells = host_->cells();
+  return checks::whyRefused(*cells, {.inputs = "Inputs", .outputs = "Outputs"}, message, classifier_->CellInputs(),
+                            classifier_->CellOutputs());
 }
 
 /// The host's loop, as far as it goes without the user's picking a range.

@@ -72,6 +72,7 @@ class ClusterizeSession final
   void guarded(const std::function<void()>& work);
   [[nodiscard]] OfficeDesk desk();
   void open();
+  [[nodiscard]] std::string why(const std::string& message) const;
   void showUntilPick();
   [[nodiscard]] std::string showOnce();
   void beginPick(const std::string& what);

@@ -223,29 +223,16 @@ bool namesMissingSheet(const Document& document, const std::string& text) {
   return !book->getSheets()->hasByName(toOffice(name));
 }
 
-bool isR1C1(const Document& document) {
-  // The office writes a reference in the notation that the user has chosen; the first cell tells them apart.
-  const auto conversion = converter(document);
-  set(conversion, "Address", uno::Any(CellRangeAddress(0, 0, 0, 0, 0)));
-  rtl::OUString text;
-  conversion->getPropertyValue("UserInterfaceRepresentation") >>= text;
-  return fromOffice(text).ends_with("R1C1");
+bool isOneCell(const CellRangeAddress& range) {
+  return range.StartColumn == range.EndColumn && range.StartRow == range.EndRow;
 }
 
 }  // namespace
 
 std::string referenceText(const Document& document, const CellRangeAddress& range) {
-  const bool single = range.StartColumn == range.EndColumn && range.StartRow == range.EndRow;
-  const std::string sheet = quoted(sheetName(document, range.Sheet)) + "!";
-  if (isR1C1(document)) {
-    const auto cell = [](sal_Int32 column, sal_Int32 row) {
-      return "R" + std::to_string(row + 1) + "C" + std::to_string(column + 1);
-    };
-    const std::string first = sheet + cell(range.StartColumn, range.StartRow);
-    return single ? first : first + ":" + cell(range.EndColumn, range.EndRow);
-  }
-  const std::string first = sheet + cellText(range.StartColumn, range.StartRow);
-  return single ? first : first + ":" + cellText(range.EndColumn, range.EndRow);
+  const std::string first =
+      quoted(sheetName(document, range.Sheet)) + "!" + cellText(range.StartColumn, range.StartRow);
+  return isOneCell(range) ? first : first + ":" + cellText(range.EndColumn, range.EndRow);
 }
 
 std::optional<CellRangeAddress> rangeOf(const Document& document, const std::string& text) {
@@ -268,10 +255,9 @@ std::optional<Proposal> proposeFromSelection(const Document& document) {
   const uno::Reference<star::sheet::XCellRangeAddressable> selected(document->getCurrentSelection(), uno::UNO_QUERY);
   if (!selected.is()) return std::nullopt;
   const CellRangeAddress range = selected->getRangeAddress();
-  const bool single = range.StartColumn == range.EndColumn && range.StartRow == range.EndRow;
   CellRangeAddress region = confined(document, regionAround(document, range));
   region.EndRow = std::min(region.EndRow, std::max(lastReferenceRow, region.StartRow));
-  CellRangeAddress asked = single ? region : confined(document, range);
+  CellRangeAddress asked = isOneCell(range) ? region : confined(document, range);
   asked.EndRow = std::min(asked.EndRow, std::max(lastReferenceRow, asked.StartRow));
   const EarlierResults results = earlierResults(Cells(document, region));
   const auto numbers = numbersIn(Cells(document, asked), asked, results);

@@ -10,8 +10,8 @@
 
 namespace mervane::addin {
 
-/// A reference text as the component reads it, such as Sheet1!B2:E151 or 'My data'!B2; in R1C1 notation where the
-/// document is set to that.
+/// A reference text as the component reads it, such as Sheet1!B2:E151 or 'My data'!B2, whatever notation the office is
+/// set to.
 [[nodiscard]] std::string referenceText(const uno::Reference<star::frame::XModel>& document,
                                         const star::table::CellRangeAddress& range);
 

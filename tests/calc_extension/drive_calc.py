@@ -19,6 +19,7 @@ from com.sun.star.sheet.ConditionOperator import GREATER
 from com.sun.star.sheet.FilterOperator import EQUAL
 from com.sun.star.sheet.ValidationType import DECIMAL
 from office import Failed, Office, cells, expect, looks, properties, wait_for
+from refusals import expect_refusal, refusals
 from screen import Controls, Screen
 
 ROLE_EDIT, ROLE_LABEL = 60, 30
@@ -97,17 +98,9 @@ class Driver:
             expect(len(sheet.Charts.ElementNames) == 2, "a run replaces the charts of the last one")
             step("runs can follow each other")
 
-            for options, told in (({"Bananas": "1"}, "Bananas is no option of the dialog"),
-                                  ({"Clusters": 1}, "Clusters does not take 1"),
-                                  ({"Inputs": "Iris!B2:B3", "Outputs": ""}, "Invalid cell reference."),
-                                  ({"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS}, "Invalid cell reference.")):
-                answer = office.dispatch(document, **options)
-                expect((answer.State, answer.Result) == (0, told), f"{options} is refused by {told!r}, not {answer.Result!r}")
-            locked = office.load(self.copy_of_book("reading.xlsx"), ReadOnly=True)
-            answer = office.dispatch(locked, Inputs=INPUTS, Outputs=OUTPUTS)
-            expect(answer.State == 0 and "for reading only" in answer.Result, f"a document for reading is refused: {answer.Result!r}")
-            locked.close(True)
-            step("what cannot be done is refused with a sentence")
+            refusals(office, document, self.copy_of_book("reading.xlsx"))
+            expect_refusal(office, document, {"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS},
+                           'Invalid cell reference.\nInputs: there is no sheet "Nowhere"; the only one is "Iris"')
             document.close(True)
             self.conforming(office)
             expect(office.quit(), "the office quits by itself")
