@@ -1,7 +1,9 @@
 #include "calc/clusterize_session.h"
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
+#include <com/sun/star/awt/XTopWindow.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/util/CloseVetoException.hpp>
 #include <com/sun/star/util/XCloseBroadcaster.hpp>
@@ -17,6 +19,7 @@
 #include "hosts/book/book_cells.h"
 #include "hosts/calc/calc_host.h"
 #include "mervane/classifier3.h"
+#include "mervane/letter_case.h"
 #include "mervane/runtime_errors.h"
 #include "spreadsheet/application.h"
 #include "support/globals.h"
@@ -37,6 +40,16 @@ star::beans::PropertyValue argument(const char* name, const uno::Any& value) {
   property.Name = rtl::OUString::createFromAscii(name);
   property.Value = value;
   return property;
+}
+
+/// Macros may write references as the office does.
+EnteredOptions withReadReferences(EnteredOptions options, const uno::Reference<star::frame::XModel>& document) {
+  for (auto& [key, value] : options) {
+    const std::string name = lowered(key);
+    const auto* const text = value.getIf<std::string>();
+    if (text != nullptr && (name == "inputs" || name == "outputs")) value = componentReference(document, *text);
+  }
+  return options;
 }
 
 }  // namespace
@@ -108,6 +121,7 @@ OfficeDesk ClusterizeSession::desk() {
     if (watch_) watch_->begin();
   };
   desk.closer = closer_;
+  desk.readReference = [document = document_](const std::string& typed) { return componentReference(document, typed); };
   return desk;
 }
 
@@ -122,7 +136,7 @@ void ClusterizeSession::open() {
                   "This document is open for reading only. Switch Edit > Edit Mode on, or save it by another name.");
   }
   services_ = officeServices(desk());
-  if (request_.silent) makeSilent(*services_, request_.options, report_);
+  if (request_.silent) makeSilent(*services_, withReadReferences(request_.options, document_), report_);
   services_->messageBox = explainedMessages(services_->messageBox, [this](const std::string& one) { return why(one); });
   globals::platform(services_);
   host_ = std::make_unique<calc::CalcHost>(office_.context, document_);
@@ -186,13 +200,23 @@ void ClusterizeSession::beginPick(const std::string& what) {
   arguments[1] = argument("Title", uno::Any(toOffice(inputs ? inputsTitle : outputsTitle)));
   arguments[2] = argument("CloseOnMouseRelease", uno::Any(true));
   arguments[3] = argument("SingleCellMode", uno::Any(!inputs));
+  // Another document may have come to the front meanwhile; the office opens no picker behind one.
+  frame_->activate();
+  const uno::Reference<awt::XTopWindow> window(frame_->getContainerWindow(), uno::UNO_QUERY);
+  if (window.is()) window->toFront();
   picker_->addRangeSelectionListener(this);
   picker_->startRangeSelection(arguments);
 }
 
 void ClusterizeSession::done(const star::sheet::RangeSelectionEvent& event) {
-  // The picker is still on the stack; the dialog comes back when it has gone.
-  atBorder([&] { later(uno::Any(event.RangeDescriptor)); });
+  atBorder([&] {
+    // The office's picker works in the windows of all documents and does not tell which one it was.
+    const uno::Reference<uno::XInterface> there(star::frame::Desktop::create(office_.context)->getCurrentComponent(),
+                                                uno::UNO_QUERY);
+    pickedElsewhere_ = there.is() && there != uno::Reference<uno::XInterface>(document_, uno::UNO_QUERY);
+    // The picker is still on the stack; the dialog comes back when it has gone.
+    later(uno::Any(event.RangeDescriptor));
+  });
 }
 
 void ClusterizeSession::aborted(const star::sheet::RangeSelectionEvent&) {
@@ -210,15 +234,19 @@ void ClusterizeSession::notify(const uno::Any& data) {
     endPick();
     if (closer_->isClosed()) return finish({.done = false, .message = "The document was closed."});
     rtl::OUString text;
-    if (data >>= text) {
-      const std::string picked = fromOffice(text);
-      const auto range = rangeOf(document_, picked);
-      const std::string reference = range ? referenceText(document_, *range) : picked;
-      if (inputs) classifier_->CellInputs(reference);
-      if (!inputs) classifier_->CellOutputs(reference);
-    }
+    if (data >>= text) take(inputs, fromOffice(text));
     showUntilPick();
   });
+}
+
+void ClusterizeSession::take(bool inputs, const std::string& picked) {
+  if (pickedElsewhere_) {
+    return showMessage(desk(), messageTitle,
+                       picked + " was picked in another document. Pick a range of the one that Mervane was opened in.");
+  }
+  const std::string reference = componentReference(document_, picked);
+  if (inputs) classifier_->CellInputs(reference);
+  if (!inputs) classifier_->CellOutputs(reference);
 }
 
 void ClusterizeSession::endPick() {
@@ -241,7 +269,10 @@ void ClusterizeSession::queryClosing(const star::lang::EventObject&, sal_Bool) {
 void ClusterizeSession::notifyClosing(const star::lang::EventObject&) {
   atBorder([&] {
     closer_->close();
-    if (!picking_.empty()) later({});
+    if (picking_.empty()) return;
+    // The office keeps a picker whose document has gone for open, and opens no other one.
+    if (picker_.is()) picker_->abortRangeSelection();
+    later({});
   });
 }
 

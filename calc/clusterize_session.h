@@ -76,6 +76,7 @@ class ClusterizeSession final
   void showUntilPick();
   [[nodiscard]] std::string showOnce();
   void beginPick(const std::string& what);
+  void take(bool inputs, const std::string& picked);
   void endPick();
   void later(const uno::Any& data);
   void finish(const Outcome& outcome);
@@ -93,6 +94,8 @@ class ClusterizeSession final
   uno::Reference<star::sheet::XRangeSelection> picker_;
   /// "INPUTS" or "OUTPUTS" while the user picks.
   std::string picking_;
+  /// The range that has just been picked is one of another document.
+  bool pickedElsewhere_ = false;
   /// What a silent run was told.
   std::string report_;
   bool hasRun_ = false;

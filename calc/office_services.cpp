@@ -124,7 +124,9 @@ std::shared_ptr<platform::Services> officeServices(const OfficeDesk& desk) {
   auto services = std::make_shared<platform::Services>(posix::makePosixServices(environmentOf(desk.office)));
   services->messageBox = std::make_shared<OfficeMessageBox>(desk);
   services->screen = std::make_shared<OfficeScreen>(desk.runBegins);
-  services->createOptionWindow = [desk] { return createOptionWindow(desk.office, desk.parent, desk.closer); };
+  services->createOptionWindow = [desk] {
+    return createOptionWindow(desk.office, desk.parent, desk.closer, desk.readReference);
+  };
   services->createErrorWindow = [desk] { return createErrorWindow(desk.office, desk.parent, desk.closer); };
   return services;
 }

@@ -20,6 +20,8 @@ struct OfficeDesk {
   /// The pointer turns into the hourglass when all checks are passed and the run is about to begin.
   std::function<void()> runBegins;
   std::shared_ptr<DialogCloser> closer;
+  /// Turns a reference that the user has typed into one that the component reads; empty: it is taken as it stands.
+  std::function<std::string(const std::string& typed)> readReference;
 };
 
 /// The services of this machine with the office's windows, messages, beep and regional settings. What the dialog

@@ -3,15 +3,18 @@
 #include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XCellRangeReferrer.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
+#include <regex>
 #include <set>
 #include <string_view>
 
@@ -25,6 +28,7 @@ using Sheet = uno::Reference<star::sheet::XSpreadsheet>;
 
 constexpr sal_Int32 lastReferenceColumn = 701;  // ZZ, counted from 0
 constexpr sal_Int32 lastReferenceRow = 65534;
+constexpr sal_Int32 lastSheetRow = 1048575;
 
 Sheet sheetAt(const Document& document, sal_Int16 position) {
   const uno::Reference<star::sheet::XSpreadsheetDocument> book(document, uno::UNO_QUERY_THROW);
@@ -209,18 +213,57 @@ CellRangeAddress confined(const Document& document, CellRangeAddress range) {
   return range;
 }
 
-/// The office reads a reference to a sheet that is not there as one without a sheet.
-bool namesMissingSheet(const Document& document, const std::string& text) {
-  const std::size_t mark = text.rfind('!');
-  if (mark == std::string::npos) return false;
-  std::string name = text.substr(0, mark);
-  if (name.starts_with('$')) name.erase(0, 1);
+/// The sheet part of a reference, without its dollar sign and its apostrophes: what stands before the last exclamation
+/// mark, or before the office's own dot. Nothing where there is none.
+std::optional<std::string> sheetPart(const std::string& text) {
+  const std::size_t begin = text.starts_with('$') ? 1 : 0;
+  std::size_t end = text.rfind('!');
+  if (end == std::string::npos) {
+    const bool isQuoted = text.size() > begin && text[begin] == '\'';
+    std::size_t from = begin;
+    if (isQuoted) {
+      // The closing apostrophe is the one that is not doubled.
+      for (from = begin + 1; from < text.size() && (text[from] != '\'' || text.substr(from, 2) == "''"); ++from) {
+        if (text[from] == '\'') ++from;
+      }
+    }
+    end = text.find('.', from);
+  }
+  if (end == std::string::npos || end < begin) return std::nullopt;
+  std::string name = text.substr(begin, end - begin);
   if (name.size() > 1 && name.starts_with('\'') && name.ends_with('\'')) {
     name = name.substr(1, name.size() - 2);
     for (std::size_t at = name.find("''"); at != std::string::npos; at = name.find("''", at + 1)) name.erase(at, 1);
   }
+  return name;
+}
+
+/// The office reads a reference to a sheet that is not there as one without a sheet.
+bool namesMissingSheet(const Document& document, const std::string& text) {
+  const std::optional<std::string> name = sheetPart(text);
   const uno::Reference<star::sheet::XSpreadsheetDocument> book(document, uno::UNO_QUERY_THROW);
-  return !book->getSheets()->hasByName(toOffice(name));
+  return name && !book->getSheets()->hasByName(toOffice(*name));
+}
+
+/// A range that the user has given a name: a named range, or a database range.
+std::optional<CellRangeAddress> namedRange(const Document& document, const std::string& name) {
+  const uno::Reference<star::beans::XPropertySet> properties(document, uno::UNO_QUERY_THROW);
+  for (const char* kind : {"NamedRanges", "DatabaseRanges"}) {
+    const uno::Reference<star::container::XNameAccess> names(
+        properties->getPropertyValue(rtl::OUString::createFromAscii(kind)), uno::UNO_QUERY);
+    if (!names.is() || !names->hasByName(toOffice(name))) continue;
+    const uno::Reference<star::sheet::XCellRangeReferrer> referrer(names->getByName(toOffice(name)), uno::UNO_QUERY);
+    // A name may also stand for a formula, which leads to no cells.
+    if (referrer.is() && referrer->getReferredCells().is()) return addressOf(referrer->getReferredCells());
+  }
+  return std::nullopt;
+}
+
+/// Whether a text is a reference as the component writes them, letter for letter: one or two letters and digits, once
+/// or twice, behind a sheet part or none.
+bool isComponentReference(const std::string& text) {
+  static const std::regex form(R"((.+!)?[A-Za-z]{1,2}\d+(:[A-Za-z]{1,2}\d+)?)");
+  return std::regex_match(text, form);
 }
 
 bool isOneCell(const CellRangeAddress& range) {
@@ -236,11 +279,46 @@ std::string referenceText(const Document& document, const CellRangeAddress& rang
 }
 
 std::optional<CellRangeAddress> rangeOf(const Document& document, const std::string& text) {
-  if (text.empty() || namesMissingSheet(document, text)) return std::nullopt;
+  if (text.empty()) return std::nullopt;
+  if (const auto named = namedRange(document, text)) return named;
+  if (namesMissingSheet(document, text)) return std::nullopt;
   for (const char* form : {"UserInterfaceRepresentation", "XLA1Representation", "PersistentRepresentation"}) {
     if (const auto range = converted(document, form, text)) return range;
   }
   return std::nullopt;
+}
+
+namespace {
+
+/// The first row with numbers and no text, below empty rows and headings; the first of all where there is none.
+sal_Int32 firstRowOfNumbers(const Cells& cells) {
+  const CellRangeAddress& range = cells.range();
+  for (sal_Int32 row = range.StartRow; row <= range.EndRow; ++row) {
+    bool holdsText = false;
+    bool holdsNumber = false;
+    for (sal_Int32 column = range.StartColumn; column <= range.EndColumn; ++column) {
+      holdsText = holdsText || !cells.text(column, row).empty();
+      holdsNumber = holdsNumber || cells.isNumber(column, row);
+    }
+    if (holdsNumber && !holdsText) return row;
+  }
+  return range.StartRow;
+}
+
+}  // namespace
+
+std::string componentReference(const Document& document, const std::string& text) {
+  const std::size_t begin = text.find_first_not_of(' ');
+  if (begin == std::string::npos) return {};
+  const std::string reference = text.substr(begin, text.find_last_not_of(' ') - begin + 1);
+  if (isComponentReference(reference)) return reference;
+  auto range = rangeOf(document, reference);
+  if (!range) return reference;
+  const bool isWholeColumns = range->StartRow == 0 && range->EndRow == lastSheetRow;
+  const bool isWholeRows = range->StartColumn == 0 && range->EndColumn > lastReferenceColumn;
+  if (isWholeColumns || isWholeRows) range = confined(document, *range);
+  if (isWholeColumns) range->StartRow = firstRowOfNumbers(Cells(document, *range));
+  return referenceText(document, *range);
 }
 
 std::string pickerText(const Document& document, const CellRangeAddress& range) {

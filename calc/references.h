@@ -18,6 +18,11 @@ namespace mervane::addin {
 /// The range that a text of the office's range picker, or of the dialog, names; empty where it names none.
 [[nodiscard]] std::optional<star::table::CellRangeAddress> rangeOf(const uno::Reference<star::frame::XModel>& document,
                                                                    const std::string& text);
+/// What the user has typed or picked, as the component reads it: the office's own notation, such as $Iris.$B$2:$E$151,
+/// dollar signs, names of ranges, and whole columns or rows, which end with the used cells. A reference of the
+/// component's, and a text that names no range, stay as they are.
+[[nodiscard]] std::string componentReference(const uno::Reference<star::frame::XModel>& document,
+                                             const std::string& text);
 /// The range as the office's range picker writes it.
 [[nodiscard]] std::string pickerText(const uno::Reference<star::frame::XModel>& document,
                                      const star::table::CellRangeAddress& range);

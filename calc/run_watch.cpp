@@ -3,7 +3,6 @@
 #include <chrono>
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/XToolkitExperimental.hpp>
-#include <com/sun/star/awt/XWindow.hpp>
 #include <com/sun/star/task/XStatusIndicatorFactory.hpp>
 #include <optional>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "calc/border.h"
 #include "calc/references.h"
 #include "calc/undo_step.h"
+#include "calc/window/desk_lock.h"
 #include "calc/window/window_listener.h"
 #include "mervane/classifier3.h"
 
@@ -51,7 +51,6 @@ class RunWatch::Work {
   void epochDone(std::int32_t epoch);
   void look(std::int32_t epoch);
   bool pressed(int key);
-  void lockWindow(bool locked);
 
   Office office_;
   uno::Reference<star::frame::XFrame> frame_;
@@ -66,6 +65,8 @@ class RunWatch::Work {
   std::unique_ptr<UndoStep> undo_;
   uno::Reference<awt::XToolkitExperimental> toolkit_;
   std::optional<KeyWatch> keyWatch_;
+  /// No window takes keys and clicks, but Escape, which is read before it gets there.
+  std::optional<DeskLock> lock_;
 };
 
 void RunWatch::Work::begin() {
@@ -81,7 +82,7 @@ void RunWatch::Work::begin() {
   });
   atBorder([&] { toolkit_ = office_.create<awt::XToolkitExperimental>("com.sun.star.awt.Toolkit"); });
   atBorder([&] { keyWatch_.emplace(office_, keys_); });
-  lockWindow(true);
+  lock_.emplace(office_, nullptr);
   lastLook_ = std::chrono::steady_clock::now();
 }
 
@@ -95,7 +96,7 @@ void RunWatch::Work::end(const std::function<void()>& writeAll) {
       atBorder([&] {
         if (work.indicator_.is()) work.indicator_->end();
       });
-      work.lockWindow(false);
+      work.lock_.reset();
       work.indicator_.clear();
       work.running_ = false;
     }
@@ -120,16 +121,9 @@ std::vector<star::table::CellRangeAddress> RunWatch::Work::writtenCells() const 
   return written;
 }
 
-/// The window takes no keys and clicks, but Escape, which is read before it gets there.
-void RunWatch::Work::lockWindow(bool locked) {
-  atBorder([&] {
-    const uno::Reference<awt::XWindow> window(frame_->getContainerWindow(), uno::UNO_SET_THROW);
-    window->setEnable(!locked);
-  });
-}
-
 bool RunWatch::Work::pressed(int key) {
-  if (!running_) return false;
+  // The error window and messages come with the run on, and have their own keys.
+  if (!running_ || !lock_ || !lock_->hasKeyboard()) return false;
   if (key == awt::Key::ESCAPE && !stopped_) {
     stopped_ = true;
     classifier_.StopLearning();

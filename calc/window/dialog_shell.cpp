@@ -6,6 +6,7 @@
 #include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/Size.hpp>
 #include <com/sun/star/awt/XDevice.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XLayoutConstrains.hpp>
 #include <com/sun/star/awt/XUnitConversion.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
@@ -82,6 +83,13 @@ Control DialogShell::controlIn(const Control& container, const std::string& name
 
 uno::Reference<awt::XTopWindow> DialogShell::topWindow() const {
   return uno::Reference<awt::XTopWindow>(dialog_, uno::UNO_QUERY_THROW);
+}
+
+bool DialogShell::hasKeyboard() const {
+  const uno::Reference<awt::XExtendedToolkit> toolkit(toolkit_, uno::UNO_QUERY);
+  if (!toolkit.is()) return true;
+  return uno::Reference<uno::XInterface>(toolkit->getActiveTopWindow(), uno::UNO_QUERY) ==
+         uno::Reference<uno::XInterface>(dialog_->getPeer(), uno::UNO_QUERY);
 }
 
 int DialogShell::across(int designPixels) const {

@@ -40,6 +40,8 @@ class DialogShell {
   [[nodiscard]] static Control controlIn(const Control& container, const std::string& name);
   [[nodiscard]] const uno::Reference<awt::XWindow>& window() const { return window_; }
   [[nodiscard]] uno::Reference<awt::XTopWindow> topWindow() const;
+  /// Whether it is the window of the office that keys go to.
+  [[nodiscard]] bool hasKeyboard() const;
 
   [[nodiscard]] int across(int designPixels) const;
   [[nodiscard]] int down(int designPixels) const;

@@ -8,6 +8,7 @@
 
 #include "calc/border.h"
 #include "calc/window/button_bar.h"
+#include "calc/window/desk_lock.h"
 #include "calc/window/dialog_closer.h"
 #include "calc/window/option_rows.h"
 #include "calc/window/window_listener.h"
@@ -34,8 +35,8 @@ constexpr int highestFirstClient = 640;
 class OptionWindow final : public platform::OptionWindow {
  public:
   OptionWindow(const Office& office, const uno::Reference<awt::XWindowPeer>& parent,
-               std::shared_ptr<DialogCloser> closer)
-      : office_(office), parent_(parent), closer_(std::move(closer)) {}
+               std::shared_ptr<DialogCloser> closer, ReferenceReader readReference)
+      : office_(office), parent_(parent), closer_(std::move(closer)), readReference_(std::move(readReference)) {}
   ~OptionWindow() override;
 
   void load(const std::string& caption, const OptionItems& options, const OptionItems& buttons,
@@ -68,6 +69,7 @@ class OptionWindow final : public platform::OptionWindow {
   Office office_;
   uno::Reference<awt::XWindowPeer> parent_;
   std::shared_ptr<DialogCloser> closer_;
+  ReferenceReader readReference_;
   const OptionItems* options_ = nullptr;
   const OptionItems* buttonItems_ = nullptr;
   OptionWindowEvents* events_ = nullptr;
@@ -277,6 +279,7 @@ void OptionWindow::show() {
 void OptionWindow::runOnce() {
   if (closer_ && closer_->isClosed()) return;
   const KnownShowing known(closer_.get(), *shell_);
+  const DeskLock others(office_, parent_);
   shell_->execute();
 }
 
@@ -297,7 +300,8 @@ void OptionWindow::askToClose() {
 }
 
 bool OptionWindow::keyPressed(int key) {
-  if (!shown_ || finishing_) return false;
+  // The keys of the whole office come by; a message before the dialog has its own.
+  if (!shown_ || finishing_ || !shell_->hasKeyboard()) return false;
   const int page = std::max(static_cast<int>(area_.Height) - shell_->down(lineHeight), 1);
   const bool inDropDown = focused_ != nullptr && focused_->kind == OptionKind::dropDown;
   switch (key) {
@@ -341,7 +345,8 @@ bool OptionWindow::finishEditor() {
 bool OptionWindow::finishEditor(const OptionItem& item) {
   if (finishing_ || !rows_->isModified(item)) return true;
   finishing_ = true;
-  const std::string text = rows_->typedText(item);
+  std::string text = rows_->typedText(item);
+  if (readReference_ && item.kind == OptionKind::editWithBrowse) text = readReference_(text);
   const bool accepted = events_->edited(item.Key, text);
   rows_->revert(item);
   finishing_ = false;
@@ -358,8 +363,9 @@ void OptionWindow::pressButton(const std::string& key) {
 
 std::unique_ptr<platform::OptionWindow> createOptionWindow(const Office& office,
                                                            const uno::Reference<awt::XWindowPeer>& parent,
-                                                           std::shared_ptr<DialogCloser> closer) {
-  return std::make_unique<OptionWindow>(office, parent, std::move(closer));
+                                                           std::shared_ptr<DialogCloser> closer,
+                                                           ReferenceReader readReference) {
+  return std::make_unique<OptionWindow>(office, parent, std::move(closer), std::move(readReference));
 }
 
 }  // namespace mervane::addin

@@ -230,6 +230,7 @@ class Driver:
             self.entries_and_keys()
             self.picking()
             self.closing()
+            self.other_documents()
             self.clustering()
             self.failing()
             self.stopping()
@@ -350,6 +351,41 @@ class Driver:
         self.document = None
         step("closing the document or the office with the dialog open does no harm")
 
+    def other_documents(self):
+        """No key and no scrolling reaches another document, or another window of this one, behind the dialog."""
+        other = self.office.load("private:factory/scalc")
+        document = self.office.load(self.copy_of_book("mine.xlsx"))
+        other.Sheets.getByIndex(0).Name = "Iris"
+        first = other.Sheets.getByIndex(0).getCellRangeByName("A1")
+        asked = self.office.dispatch_beside(document)
+        self.screen.wait_for_window("Mervane Kelvash")
+        self.screen.activate("Untitled")
+        self.screen.type("leak")
+        self.screen.scroll_down(600, 500)
+        expect(first.String == "" and other.CurrentController.getFirstVisibleRow() == 0,
+               f"nothing reaches another document while the dialog is open: {first.String}")
+        self.screen.activate("Mervane Kelvash")
+        self.controls.click("Pick the range of Inputs on the sheet")
+        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.activate("Untitled")
+        self.screen.drag(300, 300, 500, 450)
+        self.screen.wait_for_window("Mervane", exactly=True)
+        names = self.controls.names()
+        expect(any("was picked in another document" in name for name in names), f"a range of another document is refused: {names}")
+        self.screen.keys("Return")
+        self.screen.wait_for_window("Mervane Kelvash")
+        expect(self.field("Inputs:") == INPUTS, "a refused range changes nothing")
+        self.screen.keys("Escape")
+        asked.join(10)
+        self.wait_until_closed()
+        self.screen.activate("Untitled")
+        self.screen.type("mine")
+        self.screen.keys("Return")
+        wait_for(lambda: first.String == "mine", "another document takes keys again behind the dialog")
+        other.close(True)
+        document.close(True)
+        step("other documents take no keys while the dialog is open, and no range of theirs is picked")
+
     def failing(self):
         """A run that meets a failure shows the report; Abort ends it."""
         document = self.office.load(self.copy_of_book("protected.xlsx"))
@@ -367,11 +403,13 @@ class Driver:
         left, right = self.controls.window_span()
         off = (spans[0][0] - left) - (right - spans[1][1])
         expect(abs(off) <= 3 and spans[0][0] > left, f"the buttons stand in the middle: {spans} of {left} to {right}")
-        self.controls.click("Retry")
+        # The run is still on and reads the keys of the documents; these are the window's own.
+        self.screen.keys("alt+r")
         self.screen.wait_for_window("Error", exactly=True)
         # Sorting is given up by the first Abort, and the listing, which meets the same failure, by the second.
-        for _ in range(2):
-            self.controls.click("Abort")
+        for key in ("alt+a", "Return"):
+            self.screen.wait_for_window("Error", exactly=True)
+            self.screen.keys(key)
             asked.join(3)
         expect(asked.result is not None, "Abort ends the run")
         expect(cells(document) == before, "nothing has been written on a protected sheet")
@@ -384,7 +422,9 @@ class Driver:
         document = self.office.load(self.copy_of_book("long.xlsx"))
         rows = tuple(tuple(float(row * factor % 97) for factor in range(3, 11)) for row in range(4000))
         document.Sheets.getByIndex(0).getCellRangeByName("K2:R4001").setDataArray(rows)
-        asked = self.office.dispatch_beside(document, Inputs="Iris!K2:R4001", Outputs=OUTPUTS, Clusters=40,
+        self.office.on_main_thread(lambda: self.office.dispatch(document, ".uno:NewWindow"))
+        self.screen.wait_for_window("long.xlsx : 2")
+        asked = self.office.dispatch_beside(document, Inputs="$Iris.$K$2:$R$4001", Outputs="$Iris.$G$2", Clusters=40,
                                             Epochs=99998, DrawCharts=False)
         time.sleep(3)
         expect(asked.result is None, f"the long run is on: {asked.result}")
@@ -396,10 +436,13 @@ class Driver:
         except Exception:
             pass
         self.screen.picture(self.folder / "running.png")
+        self.screen.activate("long.xlsx : 2")
+        self.screen.type("leak")
         self.screen.keys("Escape")
         asked.join(20)
         expect(asked.result is not None and asked.result.State == 1, f"Escape ends a run with its results: {asked.result}")
         expect(document.Sheets.getByIndex(0).getCellRangeByName("G1").String == "Clusters", "a stopped run writes its results")
+        expect(not any("leak" in str(value) for row in cells(document) for value in row), "no window of the document takes keys during a run")
         document.close(True)
         step("Escape stops a run")
 

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XNamedRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
@@ -83,6 +85,42 @@ TEST_F(References, WhatThePickerWritesAndWhatTheDialogHoldsNameTheSameRange) {
 
 TEST_F(References, ATextThatNamesNoRangeGivesNone) {
   for (const char* text : {"", "nonsense", "Nowhere!A1:B2", "A1:B2;C3"}) EXPECT_FALSE(rangeOf(document, text)) << text;
+}
+
+TEST_F(References, TheOfficesOwnNotationIsTurnedIntoTheComponents) {
+  rename("Data");
+  const std::pair<const char*, const char*> cases[] = {
+      {"$Data.$B$2:$E$151", "Data!B2:E151"}, {"Data.B2", "Data!B2"},
+      {"'Data'.$B$2:C9", "Data!B2:C9"},      {"$B$2:$C$12", "Data!B2:C12"},
+      {"Data!$B$2:$E$20", "Data!B2:E20"},    {"  $Data.$C$3  ", "Data!C3"},
+  };
+  for (const auto& [typed, read] : cases) EXPECT_EQ(componentReference(document, typed), read) << typed;
+  rename("It's.mine");
+  EXPECT_EQ(componentReference(document, "$'It''s.mine'.$B$2:$C$3"), "'It''s.mine'!B2:C3");
+}
+
+TEST_F(References, WhatIsNoRangeHereAndWhatTheComponentReadsAlreadyStayAsTyped) {
+  rename("Data");
+  for (const char* text : {"", "nonsense", "Nowhere.B2:C3", "$Nowhere.$B$2", "'file:///a.ods'#$Data.B2", "data!b2:c9",
+                           "B2", "Nowhere!B2:C3", "B2.5"}) {
+    EXPECT_EQ(componentReference(document, text), text);
+  }
+}
+
+TEST_F(References, WholeColumnsMeanTheirUsedCellsBelowTheHeadings) {
+  rename("Data");
+  EXPECT_EQ(componentReference(document, "C:E"), "Data!C3:E5");
+  EXPECT_EQ(componentReference(document, "$Data.$C$1:$D$1048576"), "Data!C3:D5");
+}
+
+TEST_F(References, ANamedRangeIsTakenByItsName) {
+  rename("Data");
+  const uno::Reference<star::beans::XPropertySet> book(document, uno::UNO_QUERY_THROW);
+  const uno::Reference<star::sheet::XNamedRanges> names(book->getPropertyValue("NamedRanges"), uno::UNO_QUERY_THROW);
+  names->addNewByName("numbers", "$Data.$C$3:$E$5", star::table::CellAddress(0, 0, 0), 0);
+  names->addNewByName("formula", "1+1", star::table::CellAddress(0, 0, 0), 0);
+  EXPECT_EQ(componentReference(document, "numbers"), "Data!C3:E5");
+  EXPECT_EQ(componentReference(document, "formula"), "formula");
 }
 
 TEST_F(References, OneSelectedCellProposesTheNumbersAroundIt) {

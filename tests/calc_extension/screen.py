@@ -46,6 +46,17 @@ class Screen:
         self._run("xdotool", "mousemove", str(x), str(y), "click", "1")
         time.sleep(0.4)
 
+    def drag(self, left, top, right, bottom):
+        self._run("xdotool", "mousemove", str(left), str(top), "mousedown", "1")
+        time.sleep(0.3)
+        self._run("xdotool", "mousemove", str((left + right) // 2), str((top + bottom) // 2), "mousemove", str(right), str(bottom),
+                  "mouseup", "1")
+        time.sleep(0.4)
+
+    def scroll_down(self, x, y):
+        self._run("xdotool", "mousemove", str(x), str(y), "click", "5", "click", "5", "click", "5")
+        time.sleep(0.4)
+
     def windows(self):
         return self._run("xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@").splitlines()
 
