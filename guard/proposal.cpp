@@ -1,0 +1,90 @@
+#include "guard/proposal.h"
+
+#include <algorithm>
+
+#include "guard/harms.h"
+
+namespace mervane::guard {
+
+namespace {
+
+constexpr std::int32_t freeColumns = 1;
+
+/// The last column that anything on the sheet reaches into.
+std::int32_t lastTakenColumn(const Plan& plan, BookFacts& book) {
+  const SheetFacts facts = book.sheetFacts(plan.inputSheet);
+  // The column right of the inputs takes the labels of the statistics.
+  std::int32_t last = plan.inputs.lastColumn + 1;
+  const auto reach = [&](const CellArea& area) { last = std::max(last, area.lastColumn); };
+  if (facts.used) reach(*facts.used);
+  for (const Drawing& drawing : facts.drawings) reach(drawing.covers);
+  for (const Table& table : facts.tables) reach(table.area);
+  for (const PivotTable& table : facts.pivotTables) reach(table.area);
+  if (facts.filter) reach(facts.filter->area);
+  // Merged cells and array formulas may be wider than the values that they hold.
+  for (;;) {
+    const CellArea rows = listingWithHeading(plan);
+    const std::int32_t reached = last;
+    const AreaFacts beside =
+        book.areaFacts(plan.inputSheet, {rows.firstRow, reached, rows.lastRow, reached + freeColumns + rows.columns()});
+    for (const CellArea& area : beside.merged) reach(area);
+    for (const CellArea& area : beside.arrays) reach(area);
+    if (last == reached) return last;
+  }
+}
+
+/// Leaves one thing out of the plan, or moves it, so that the harm is not done; false where that cannot be helped.
+bool avoid(const Harm& harm, Plan& plan, BookFacts& book) {
+  switch (harm.piece) {
+    case Piece::oldCharts:
+      return false;
+    case Piece::sorting:
+      plan.sort = false;
+      return true;
+    case Piece::filter:
+      plan.autofilter = !plan.autofilter;
+      return true;
+    case Piece::newCharts:
+      plan.charts = false;
+      return true;
+    case Piece::listing: {
+      const auto free = proposedOutputs(plan, book);
+      if (!free || (*free == plan.outputs && plan.outputSheet == plan.inputSheet)) return false;
+      plan.outputs = *free;
+      plan.outputSheet = plan.inputSheet;
+      return true;
+    }
+    case Piece::statistics:
+      // Those that no chart is drawn of go first.
+      for (bool Plan::*block :
+           {&Plan::averages, &Plan::minimums, &Plan::maximums, &Plan::weightedAverages, &Plan::weights}) {
+        if (!(plan.*block)) continue;
+        plan.*block = false;
+        return true;
+      }
+      return false;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::optional<CellAddress> proposedOutputs(const Plan& plan, BookFacts& book) {
+  const std::int32_t column = lastTakenColumn(plan, book) + freeColumns + 1;
+  if (column > lastReferenceColumn) return std::nullopt;
+  return CellAddress{plan.inputs.firstRow, column};
+}
+
+std::optional<Plan> harmlessPlan(Plan plan, BookFacts& book, bool withConsent) {
+  // Each piece of a plan can be left out once, and there are five blocks.
+  constexpr int mostSteps = 12;
+  for (int step = 0; step < mostSteps; ++step) {
+    const std::vector<Harm> harms = harmsOf(plan, book);
+    const auto harm = std::ranges::find_if(harms, [&](const Harm& one) { return one.isForbidden || !withConsent; });
+    if (harm == harms.end()) return plan;
+    if (!avoid(*harm, plan, book)) return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+}  // namespace mervane::guard

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+
+#include "guard/facts.h"
+#include "guard/plan.h"
+
+namespace mervane::guard {
+
+/// The last column that a reference may name, ZZ.
+inline constexpr std::int32_t lastReferenceColumn = 702;
+
+/// A first cell for the listing beside whatever stands on the sheet of the inputs, in their first row, with one column
+/// free in between, so that neither listing nor charts touch anything. Nothing where that is beyond column ZZ.
+[[nodiscard]] std::optional<CellAddress> proposedOutputs(const Plan& plan, BookFacts& book);
+
+/// The plan with as little left out or moved as it takes to harm nothing: the listing moves, the rows stay unsorted,
+/// the filter stays as it is, blocks of statistics or charts are left out. Nothing where that does not help.
+/// @param withConsent whether only what is forbidden has to be avoided
+[[nodiscard]] std::optional<Plan> harmlessPlan(Plan plan, BookFacts& book, bool withConsent = false);
+
+}  // namespace mervane::guard

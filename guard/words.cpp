@@ -1,0 +1,36 @@
+#include "guard/words.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace mervane::guard {
+
+std::string placeOf(std::string_view sheet, const CellArea& area) {
+  return sheet::quotedSheetName(sheet) + "!" + sheet::a1(area);
+}
+
+std::string placeOf(std::string_view sheet, CellAddress at) {
+  return sheet::quotedSheetName(sheet) + "!" + sheet::a1(at);
+}
+
+std::string quoted(std::string_view text) {
+  constexpr std::size_t most = 40;
+  if (text.size() <= most) return "\"" + std::string(text) + "\"";
+  std::size_t end = most;
+  const auto continues = [&](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U; };
+  while (end > 0 && continues(end)) --end;
+  return "\"" + std::string(text.substr(0, end)) + "...\"";
+}
+
+std::string cellsText(std::string_view sheet, const CellArea& area, const AreaFacts& facts) {
+  constexpr std::size_t most = 5;
+  const std::size_t shown = std::min(most, facts.filled.size());
+  std::string text = facts.filledCount == 1 ? "1 cell" : std::to_string(facts.filledCount) + " cells";
+  text += " of " + placeOf(sheet, area) + ": ";
+  for (std::size_t i = 0; i < shown; ++i) {
+    text += (i == 0 ? "" : ", ") + sheet::a1(facts.filled[i].at) + " " + quoted(facts.filled[i].text);
+  }
+  return facts.filledCount > static_cast<std::int64_t>(shown) ? text + ", ..." : text;
+}
+
+}  // namespace mervane::guard
