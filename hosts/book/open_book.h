@@ -7,15 +7,20 @@
 #include <string_view>
 #include <vector>
 
+#include "guard/facts.h"
 #include "hosts/book/book_cells.h"
 #include "hosts/book/unfinished_file.h"
 #include "spreadsheet/object.h"
 
 namespace mervane::hosts {
 
-/// A spreadsheet file that a program has open: its object model, and what is written to the file.
-class OpenBook : public BookCells {
+/// A spreadsheet file that a program has open: its object model, what a run could harm in it, and what is written to
+/// the file.
+class OpenBook : public BookCells, public guard::BookFacts {
  public:
+  /// Makes the sheet the active one. Raises subscriptOutOfRange for an unknown sheet.
+  virtual void activate(std::string_view sheet) = 0;
+
   /// The Application object; its one open workbook is the file's, the active sheet is the one the file was left on.
   [[nodiscard]] virtual sheet::ObjectRef application() = 0;
 

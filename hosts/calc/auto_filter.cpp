@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/sheet/XDatabaseRange.hpp>
+#include <com/sun/star/sheet/XSheetFilterDescriptor.hpp>
 #include <com/sun/star/sheet/XSheetFilterable.hpp>
 #include <com/sun/star/sheet/XUnnamedDatabaseRanges.hpp>
 
@@ -132,6 +134,33 @@ bool hasFilterArrows(const Session& session, const SheetArea& area) {
     if (range->getDataArea().Sheet == area.sheet && hasArrows(table) && areaOf(table).meets(area.area)) return true;
   }
   return false;
+}
+
+std::optional<guard::Filter> filterOf(const Session& session, std::int32_t sheet) {
+  const Properties plain = plainRange(session, sheet);
+  if (!hasArrows(plain)) return std::nullopt;
+  const uno::Reference<css::sheet::XDatabaseRange> range(plain, uno::UNO_QUERY_THROW);
+  return guard::Filter{areaOf(plain), range->getFilterDescriptor()->getFilterFields().getLength() > 0};
+}
+
+std::vector<guard::Table> tablesOf(const Session& session, std::int32_t sheet) {
+  const Properties document(session.model(), uno::UNO_QUERY_THROW);
+  const uno::Reference<css::container::XNameAccess> ranges(document->getPropertyValue("DatabaseRanges"),
+                                                           uno::UNO_QUERY_THROW);
+  std::vector<guard::Table> tables;
+  for (const rtl::OUString& name : ranges->getElementNames()) {
+    const uno::Reference<css::sheet::XDatabaseRange> range(ranges->getByName(name), uno::UNO_QUERY_THROW);
+    if (range->getDataArea().Sheet != sheet) continue;
+    const Properties properties(range, uno::UNO_QUERY_THROW);
+    guard::Table table;
+    table.name = fromOffice(name);
+    table.area = areaOf(properties);
+    properties->getPropertyValue("ContainsHeader") >>= table.hasHeader;
+    properties->getPropertyValue("TotalsRow") >>= table.hasTotals;
+    table.hasArrows = hasArrows(properties);
+    tables.push_back(table);
+  }
+  return tables;
 }
 
 void toggleAutoFilter(Session& session, const SheetArea& area) {

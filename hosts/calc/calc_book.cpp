@@ -31,7 +31,8 @@ CalcBook::CalcBook(const std::filesystem::path& path)
     : document_(office_.open(copied(path, office_.folder()))),
       session_(inOffice("open the document", [&] { return std::make_shared<Session>(office_.context(), document_); })),
       cells_(session_),
-      application_(makeApplication(session_)) {}
+      application_(makeApplication(session_)),
+      facts_(session_) {}
 
 CalcBook::~CalcBook() {
   session_->close();
@@ -45,6 +46,12 @@ void CalcBook::save(const std::filesystem::path& target, const hosts::Unfinished
   Office::store(document_, stored);
   hosts::replaceFile(target, hosts::readFile(stored, largestFile), unfinished);
   std::filesystem::remove(stored);
+}
+
+void CalcBook::activate(std::string_view sheet) {
+  const std::optional<std::int32_t> position = session_->sheetNamed(sheet);
+  if (!position) raise(runtime::subscriptOutOfRange);
+  session_->activateSheet(*position);
 }
 
 std::vector<CalcBook::SheetInfo> CalcBook::sheets() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "hosts/book/open_book.h"
+#include "hosts/calc/book_facts.h"
 #include "hosts/calc/calc_cells.h"
 #include "hosts/calc/office.h"
 #include "hosts/calc/session.h"
@@ -23,6 +24,11 @@ class CalcBook final : public hosts::OpenBook {
   CalcBook& operator=(const CalcBook&) = delete;
 
   [[nodiscard]] sheet::ObjectRef application() override { return application_; }
+  void activate(std::string_view sheet) override;
+  [[nodiscard]] guard::SheetFacts sheetFacts(std::string_view sheet) override { return facts_.sheetFacts(sheet); }
+  [[nodiscard]] guard::AreaFacts areaFacts(std::string_view sheet, const CellArea& area) override {
+    return facts_.areaFacts(sheet, area);
+  }
   void save(const std::filesystem::path& target, const hosts::UnfinishedFile& unfinished = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;
   [[nodiscard]] std::vector<std::string> sheetNames() const override { return cells_.sheetNames(); }
@@ -57,6 +63,7 @@ class CalcBook final : public hosts::OpenBook {
   std::shared_ptr<Session> session_;
   CalcCells cells_;
   sheet::ObjectRef application_;
+  CalcFacts facts_;
   std::vector<std::string> notes_;
 };
 

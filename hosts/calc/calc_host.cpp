@@ -1,5 +1,6 @@
 #include "hosts/calc/calc_host.h"
 
+#include "hosts/calc/book_facts.h"
 #include "hosts/calc/calc_cells.h"
 #include "hosts/calc/objects/application_object.h"
 #include "hosts/calc/session.h"
@@ -21,6 +22,10 @@ sheet::ObjectRef CalcHost::application() const {
 
 std::unique_ptr<hosts::BookCells> CalcHost::cells() const {
   return std::make_unique<CalcCells>(session_);
+}
+
+std::unique_ptr<guard::BookFacts> CalcHost::facts() const {
+  return std::make_unique<CalcFacts>(session_);
 }
 
 void CalcHost::flush() {

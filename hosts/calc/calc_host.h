@@ -15,6 +15,9 @@ class XModel;
 }
 }  // namespace com::sun::star
 
+namespace mervane::guard {
+class BookFacts;
+}
 namespace mervane::hosts {
 class BookCells;
 }
@@ -44,6 +47,8 @@ class CalcHost {
 
   /// The document's sheets, to look at; what waits is written first where it matters.
   [[nodiscard]] std::unique_ptr<hosts::BookCells> cells() const;
+  /// What stands in the sheets, for the rules of what a run may harm.
+  [[nodiscard]] std::unique_ptr<guard::BookFacts> facts() const;
 
   /// Brings every waiting write into the document; raises what the office refused. To be called before anybody else
   /// looks at the document: before it is stored, and when the host's control goes back to the user.

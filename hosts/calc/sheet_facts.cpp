@@ -1,7 +1,9 @@
 #include "hosts/calc/sheet_facts.h"
 
 #include <algorithm>
+#include <com/sun/star/beans/PropertyState.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -15,6 +17,7 @@
 #include <com/sun/star/util/CellProtection.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
+#include <utility>
 
 #include "spreadsheet/cell_address.h"
 
@@ -29,6 +32,25 @@ CellArea areaOf(const css::table::CellRangeAddress& address) {
 CellArea areaOf(const uno::Reference<css::sheet::XSheetCellCursor>& cursor) {
   const uno::Reference<css::sheet::XCellRangeAddressable> place(cursor, uno::UNO_QUERY_THROW);
   return areaOf(place->getRangeAddress());
+}
+
+CellArea common(const CellArea& a, const CellArea& b) {
+  return {std::max(a.firstRow, b.firstRow), std::max(a.firstColumn, b.firstColumn), std::min(a.lastRow, b.lastRow),
+          std::min(a.lastColumn, b.lastColumn)};
+}
+
+/// Upper and lower half, or left and right half of a single row.
+std::pair<CellArea, CellArea> halvesOf(const CellArea& area) {
+  CellArea first = area;
+  CellArea second = area;
+  if (area.rows() > 1) {
+    first.lastRow = area.firstRow + area.rows() / 2 - 1;
+    second.firstRow = first.lastRow + 1;
+  } else {
+    first.lastColumn = area.firstColumn + area.columns() / 2 - 1;
+    second.firstColumn = first.lastColumn + 1;
+  }
+  return {first, second};
 }
 
 bool meetsAny(const std::vector<CellArea>& areas, const CellArea& area) {
@@ -194,61 +216,85 @@ void SheetFacts::requireUnprotected(std::int32_t sheet, const std::string& actio
          action + ". Take its protection off in the spreadsheet first.");
 }
 
-std::optional<CellArea> SheetFacts::mergeMeeting(const CellArea& search, const SheetArea& area) const {
+void SheetFacts::addMerged(const CellArea& search, const SheetArea& area, std::vector<CellArea>& found) const {
   const uno::Reference<css::util::XMergeable> cells(session_.rangeOf({area.sheet, search}), uno::UNO_QUERY_THROW);
-  if (!cells->getIsMerged()) return std::nullopt;
+  if (!cells->getIsMerged()) return;
   if (search.cells() == 1) {
-    const CellArea found = mergedAround(area.sheet, {search.firstRow, search.firstColumn});
-    return found.meets(area.area) ? std::optional(found) : std::nullopt;
+    const CellArea merged = mergedAround(area.sheet, {search.firstRow, search.firstColumn});
+    if (merged.meets(area.area)) found.push_back(merged);
+    return;
   }
-  CellArea first = search;
-  CellArea second = search;
-  if (search.rows() > 1) {
-    first.lastRow = search.firstRow + search.rows() / 2 - 1;
-    second.firstRow = first.lastRow + 1;
-  } else {
-    first.lastColumn = search.firstColumn + search.columns() / 2 - 1;
-    second.firstColumn = first.lastColumn + 1;
-  }
-  const std::optional<CellArea> found = mergeMeeting(first, area);
-  return found ? found : mergeMeeting(second, area);
+  const auto [first, second] = halvesOf(search);
+  addMerged(first, area, found);
+  addMerged(second, area, found);
 }
 
-std::optional<CellArea> SheetFacts::arrayMeeting(const SheetArea& area) {
+std::vector<CellArea> SheetFacts::mergedIn(const SheetArea& area) {
+  std::vector<CellArea> found;
+  // A merge counts where it begins, which may be above the area or left of it.
+  if (hasMerged(area.sheet)) addMerged({1, 1, area.area.lastRow, area.area.lastColumn}, area, found);
+  return found;
+}
+
+std::vector<CellArea> SheetFacts::arraysIn(const SheetArea& area) {
+  std::vector<CellArea> found;
   for (const CellArea& formulas : formulas(area.sheet)) {
     if (!formulas.meets(area.area)) continue;
-    const CellArea common{
-        std::max(formulas.firstRow, area.area.firstRow), std::max(formulas.firstColumn, area.area.firstColumn),
-        std::min(formulas.lastRow, area.area.lastRow), std::min(formulas.lastColumn, area.area.lastColumn)};
-    const uno::Reference<css::sheet::XCellRangeFormula> range(session_.rangeOf({area.sheet, common}),
+    const CellArea part = common(formulas, area.area);
+    const uno::Reference<css::sheet::XCellRangeFormula> range(session_.rangeOf({area.sheet, part}),
                                                               uno::UNO_QUERY_THROW);
-    std::int32_t row = common.firstRow;
+    std::int32_t row = part.firstRow;
     for (const auto& line : range->getFormulaArray()) {
-      std::int32_t column = common.firstColumn;
+      std::int32_t column = part.firstColumn;
       for (const rtl::OUString& formula : line) {
+        const CellArea cell{row, column, row, column};
         // An array formula is shown in braces.
-        if (formula.startsWith("{=")) {
+        if (formula.startsWith("{=") && !meetsAny(found, cell)) {
           const CellArea array = arrayAround(area.sheet, {row, column});
-          if (array.cells() > 1) return array;
+          if (array.cells() > 1) found.push_back(array);
         }
         ++column;
       }
       ++row;
     }
   }
-  return std::nullopt;
+  return found;
+}
+
+std::optional<CellAddress> SheetFacts::firstLocked(const SheetArea& area) {
+  return isProtected(area.sheet) ? lockedIn(area) : std::nullopt;
+}
+
+std::optional<CellAddress> SheetFacts::lockedIn(const SheetArea& area) const {
+  const uno::Reference<css::beans::XPropertyState> state(session_.rangeOf(area), uno::UNO_QUERY_THROW);
+  if (state->getPropertyState("CellProtection") == css::beans::PropertyState_AMBIGUOUS_VALUE && area.area.cells() > 1) {
+    const auto [first, second] = halvesOf(area.area);
+    const auto found = lockedIn({area.sheet, first});
+    return found ? found : lockedIn({area.sheet, second});
+  }
+  css::util::CellProtection protection;
+  const uno::Reference<css::beans::XPropertySet> properties(state, uno::UNO_QUERY_THROW);
+  properties->getPropertyValue("CellProtection") >>= protection;
+  if (!protection.IsLocked) return std::nullopt;
+  return CellAddress{area.area.firstRow, area.area.firstColumn};
+}
+
+std::vector<CellArea> SheetFacts::filledIn(const SheetArea& area) {
+  std::vector<CellArea> found;
+  for (const CellArea& one : filled(area.sheet)) {
+    if (one.meets(area.area)) found.push_back(common(one, area.area));
+  }
+  return found;
 }
 
 void SheetFacts::requireMovable(const SheetArea& area) {
   const std::string rows = "The rows of " + a1(area.area) + " cannot be sorted: ";
-  if (hasMerged(area.sheet)) {
-    // A merge counts where it begins, which may be above the area or left of it.
-    const CellArea search{1, 1, area.area.lastRow, area.area.lastColumn};
-    if (const auto merged = mergeMeeting(search, area)) {
-      refuse(rows + "the cells " + a1(*merged) + " are merged. Take the merge apart in the spreadsheet first.");
-    }
+  const std::vector<CellArea> merged = mergedIn(area);
+  if (!merged.empty()) {
+    refuse(rows + "the cells " + a1(merged.front()) + " are merged. Take the merge apart in the spreadsheet first.");
   }
-  if (const auto array = arrayMeeting(area)) refuse(rows + a1(*array) + " holds an array formula.");
+  const std::vector<CellArea> arrays = arraysIn(area);
+  if (!arrays.empty()) refuse(rows + a1(arrays.front()) + " holds an array formula.");
 }
 
 }  // namespace mervane::calc

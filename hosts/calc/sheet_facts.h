@@ -31,6 +31,14 @@ class SheetFacts {
   [[nodiscard]] std::optional<CellArea> used(std::int32_t sheet);
   /// Whether any cell of the area holds something.
   [[nodiscard]] bool isFilled(std::int32_t sheet, const CellArea& area);
+  /// The parts of the area that hold something.
+  [[nodiscard]] std::vector<CellArea> filledIn(const SheetArea& area);
+  /// The areas of merged cells that meet the area; one that begins outside of it too.
+  [[nodiscard]] std::vector<CellArea> mergedIn(const SheetArea& area);
+  /// The array formulas of several cells that meet the area.
+  [[nodiscard]] std::vector<CellArea> arraysIn(const SheetArea& area);
+  /// The first locked cell of the area, where its sheet is protected.
+  [[nodiscard]] std::optional<CellAddress> firstLocked(const SheetArea& area);
   [[nodiscard]] bool isProtected(std::int32_t sheet);
   [[nodiscard]] bool hasMerged(std::int32_t sheet);
 
@@ -56,9 +64,9 @@ class SheetFacts {
   [[nodiscard]] const std::vector<CellArea>& filled(std::int32_t sheet);
   [[nodiscard]] CellArea mergedAround(std::int32_t sheet, CellAddress at) const;
   [[nodiscard]] CellArea arrayAround(std::int32_t sheet, CellAddress at) const;
-  /// The first merge that begins in the cells searched and reaches into the area.
-  [[nodiscard]] std::optional<CellArea> mergeMeeting(const CellArea& search, const SheetArea& area) const;
-  [[nodiscard]] std::optional<CellArea> arrayMeeting(const SheetArea& area);
+  /// Adds the merges that begin in the cells searched and reach into the area.
+  void addMerged(const CellArea& search, const SheetArea& area, std::vector<CellArea>& found) const;
+  [[nodiscard]] std::optional<CellAddress> lockedIn(const SheetArea& area) const;
 
   const Session& session_;
   std::map<std::int32_t, Facts> facts_;

@@ -55,6 +55,8 @@ class ChartService {
   [[nodiscard]] virtual sheet::ObjectRef chartObjects(std::int32_t sheet) = 0;
   /// Worksheet.Shapes, the collection.
   [[nodiscard]] virtual sheet::ObjectRef shapes(std::int32_t sheet) = 0;
+  /// What lies in the worksheets.
+  [[nodiscard]] virtual mervane::charts::ChartStore& store() = 0;
   /// Puts the changed drawing and chart parts into the package. Called once before each save, before the sheets are
   /// written; the cells' values of that moment go into the caches of the charts.
   virtual void write() = 0;

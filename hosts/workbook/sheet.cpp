@@ -187,14 +187,18 @@ Cell& Sheet::makeCell(CellAddress at) {
   return cell;
 }
 
-void Sheet::requirePermission(const char* permission, const std::string& action) {
+bool Sheet::allows(const char* permission) {
   loaded();
-  if (!isProtected_) return;
+  if (!isProtected_) return true;
   pugi::xml_document document;
-  if (!frame_.load("sheetProtection", document)) return;
+  if (!frame_.load("sheetProtection", document)) return true;
   const bool isForbiddenUnsaid =
       std::string_view(permission) != "objects" && std::string_view(permission) != "scenarios";
-  if (!isTrue(document.document_element().attribute(permission), isForbiddenUnsaid)) return;
+  return !isTrue(document.document_element().attribute(permission), isForbiddenUnsaid);
+}
+
+void Sheet::requirePermission(const char* permission, const std::string& action) {
+  if (allows(permission)) return;
   refuse("The sheet " + quotedSheetName(name_) + " is protected and does not allow " + action +
          ". Take its protection off in the spreadsheet first.");
 }

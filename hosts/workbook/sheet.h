@@ -103,6 +103,10 @@ class Sheet {
 
   [[nodiscard]] const std::vector<CellArea>& mergedAreas() { return loaded(), merged_; }
   [[nodiscard]] bool isProtected() { return loaded(), isProtected_; }
+  /// The areas of array formulas and data tables of several cells.
+  [[nodiscard]] const std::vector<CellArea>& arrays() { return loaded(), arrays_; }
+  /// Whether a protected sheet allows what the attribute of the protection element, such as "sort", is about.
+  [[nodiscard]] bool allows(const char* permission);
   /// Raise applicationDefined where a protected sheet does not allow it. The permission is the attribute of the
   /// protection element, such as "sort".
   void requirePermission(const char* permission, const std::string& action);

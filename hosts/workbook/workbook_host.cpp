@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "hosts/workbook/book.h"
+#include "hosts/workbook/book_facts.h"
 #include "hosts/workbook/cell_attachments.h"
 #include "hosts/workbook/numeric_block.h"
 #include "hosts/workbook/objects/application_object.h"
@@ -33,6 +34,18 @@ WorkbookHost::~WorkbookHost() = default;
 
 sheet::ObjectRef WorkbookHost::application() {
   return data_->application;
+}
+
+void WorkbookHost::activate(std::string_view sheet) {
+  data_->book.activateSheet(data_->book.positionOf(data_->named(sheet)));
+}
+
+guard::SheetFacts WorkbookHost::sheetFacts(std::string_view sheet) {
+  return workbook::sheetFacts(data_->book, data_->named(sheet));
+}
+
+guard::AreaFacts WorkbookHost::areaFacts(std::string_view sheet, const CellArea& area) {
+  return workbook::areaFacts(data_->named(sheet), area);
 }
 
 void WorkbookHost::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) {

@@ -26,6 +26,9 @@ class WorkbookHost final : public hosts::OpenBook {
   WorkbookHost& operator=(const WorkbookHost&) = delete;
 
   [[nodiscard]] sheet::ObjectRef application() override;
+  void activate(std::string_view sheet) override;
+  [[nodiscard]] guard::SheetFacts sheetFacts(std::string_view sheet) override;
+  [[nodiscard]] guard::AreaFacts areaFacts(std::string_view sheet, const CellArea& area) override;
   /// Parts that nothing changed stay byte for byte.
   void save(const std::filesystem::path& target, const UnfinishedFile& unfinished = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;

@@ -32,6 +32,7 @@ class Service : public ChartService {
     return std::make_shared<Collection>(book_, sheet, Collection::Elements::shapes);
   }
 
+  mervane::charts::ChartStore& store() override { return *book_; }
   void write() override { book_->write(); }
 
  private:
