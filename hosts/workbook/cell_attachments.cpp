@@ -16,7 +16,8 @@ constexpr std::int64_t mostSplitCells = 100'000;
 
 }  // namespace
 
-void moveHyperlinks(Sheet& sheet, const CellArea& area, const std::vector<std::int32_t>& order) {
+void moveHyperlinks(Sheet& sheet, const CellArea& area, std::int32_t keyColumn,
+                    const std::vector<std::int32_t>& order) {
   pugi::xml_document document;
   if (!sheet.frame().load("hyperlinks", document)) return;
   std::vector<std::int32_t> newRows(order.size());
@@ -29,11 +30,12 @@ void moveHyperlinks(Sheet& sheet, const CellArea& area, const std::vector<std::i
     const pugi::xml_node next = link.next_sibling();
     const std::optional<CellArea> ref = parseArea(link.attribute("ref").value());
     const bool reachesOver = ref && ref->firstRow <= area.firstRow && ref->lastRow >= area.lastRow;
-    if (ref && ref->meets(area) && !reachesOver && ref->cells() <= mostSplitCells) {
+    const bool isOfKeys = ref && ref->firstColumn == keyColumn && ref->lastColumn == keyColumn;
+    if (ref && ref->meets(area) && !reachesOver && !isOfKeys && ref->cells() <= mostSplitCells) {
       // One link over several cells becomes one for each, since the cells may come apart.
       for (std::int32_t row = ref->firstRow; row <= ref->lastRow; ++row) {
         for (std::int32_t column = ref->firstColumn; column <= ref->lastColumn; ++column) {
-          const bool moves = area.contains(CellAddress{row, column});
+          const bool moves = column != keyColumn && area.contains(CellAddress{row, column});
           const CellAddress to{moves ? newRows[static_cast<std::size_t>(row - area.firstRow)] : row, column};
           links.insert_copy_before(link, link).attribute("ref") = a1(to).c_str();
         }

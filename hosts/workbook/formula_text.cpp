@@ -1,11 +1,11 @@
 #include "hosts/workbook/formula_text.h"
 
 #include <charconv>
-#include <functional>
+#include <utility>
 
 #include "hosts/workbook/cell_address.h"
 #include "hosts/workbook/cell_error.h"
-#include "spreadsheet/marked_cell.h"
+#include "hosts/workbook/formula_references.h"
 #include "spreadsheet/name_characters.h"
 
 namespace mervane::workbook {
@@ -13,102 +13,60 @@ namespace mervane::workbook {
 namespace {
 
 using Corner = sheet::MarkedCell;
+using Form = FormulaReference::Form;
 
-std::string printed(const Corner& corner) {
-  if (!isOnSheet(corner.row, corner.column)) return "#REF!";
-  return (corner.fixedColumn ? "$" : "") + columnLetters(corner.column) + (corner.fixedRow ? "$" : "") +
-         std::to_string(corner.row);
+std::string printed(const Corner& corner, Form form) {
+  std::string text;
+  if (form != Form::rows) text += (corner.fixedColumn ? "$" : "") + columnLetters(corner.column);
+  if (form != Form::columns) text += (corner.fixedRow ? "$" : "") + std::to_string(corner.row);
+  return text;
 }
 
-/// A cell or two with a colon; `second` is unused for one cell.
-struct Reference {
-  Corner first;
-  Corner second;
-  bool isPair = false;
-  bool hasSheet = false;
-};
+/// The cells of a reference where its relative rows and columns are moved.
+std::string moved(const FormulaReference& reference, std::int32_t rows, std::int32_t columns) {
+  Corner first = reference.first;
+  Corner second = reference.second;
+  for (Corner* corner : {&first, &second}) {
+    if (!corner->fixedRow && reference.form != Form::columns) corner->row += rows;
+    if (!corner->fixedColumn && reference.form != Form::rows) corner->column += columns;
+    if (!isOnSheet(corner->row, corner->column)) return "#REF!";
+  }
+  // A corner that passes the other one takes its place, with its mark.
+  if (first.row > second.row) {
+    std::swap(first.row, second.row);
+    std::swap(first.fixedRow, second.fixedRow);
+  }
+  if (first.column > second.column) {
+    std::swap(first.column, second.column);
+    std::swap(first.fixedColumn, second.fixedColumn);
+  }
+  return printed(first, reference.form) + (reference.isPair ? ":" + printed(second, reference.form) : "");
+}
 
-/// Copies the formula, handing each reference to the function; texts, sheet names, names and functions stay.
-std::string withReferences(std::string_view formula, const std::function<std::string(const Reference&)>& change) {
+/// The formula with its references moved that the function says yes to; all between them stays as it is.
+template <class Moves>
+std::string withMovedReferences(std::string_view formula, std::int32_t rows, std::int32_t columns, Moves&& moves) {
   std::string result;
   result.reserve(formula.size() + 8);
-  const auto copy = [&](std::size_t count) {
-    result += formula.substr(0, count);
-    formula.remove_prefix(count);
-  };
-  while (!formula.empty()) {
-    const char c = formula.front();
-    if (c == '"' || c == '\'') {
-      const std::size_t close = formula.find(c, 1);
-      copy(close == std::string_view::npos ? formula.size() : close + 1);
-      continue;
-    }
-    if (c == '[') {
-      // A column of a table or another workbook; brackets nest there.
-      std::size_t depth = 0;
-      std::size_t at = 0;
-      do {
-        if (formula[at] == '[') ++depth;
-        if (formula[at] == ']') --depth;
-        ++at;
-      } while (at < formula.size() && depth > 0);
-      copy(at);
-      continue;
-    }
-    if (!sheet::isNamePart(c) && c != '$') {
-      copy(1);
-      continue;
-    }
-    const bool hasSheet = result.ends_with('!');
-    Reference reference;
-    reference.hasSheet = hasSheet;
-    std::string_view rest = formula;
-    const auto standsAlone = [](std::string_view behind) {
-      return behind.empty() || (!sheet::isNamePart(behind.front()) && behind.front() != '(' && behind.front() != '!' &&
-                                behind.front() != '[' && behind.front() != '$');
-    };
-    if (sheet::takeMarkedCell(rest, reference.first) && standsAlone(rest)) {
-      std::string_view pair = rest;
-      if (pair.starts_with(':')) {
-        pair.remove_prefix(1);
-        if (sheet::takeMarkedCell(pair, reference.second) && standsAlone(pair)) {
-          reference.isPair = true;
-          rest = pair;
-        }
-      }
-      result += change(reference);
-      formula = rest;
-      continue;
-    }
-    std::size_t length = 1;
-    while (length < formula.size() && (sheet::isNamePart(formula[length]) || formula[length] == '$')) ++length;
-    copy(length);
+  std::size_t copied = 0;
+  for (const FormulaReference& reference : referencesIn(formula)) {
+    if (!moves(reference)) continue;
+    result += formula.substr(copied, reference.begin - copied);
+    result += moved(reference, rows, columns);
+    copied = reference.begin + reference.length;
   }
-  return result;
+  return result.append(formula.substr(copied));
 }
 
 }  // namespace
 
 std::string movedFormula(std::string_view formula, std::int32_t rows, std::int32_t columns) {
-  const auto moved = [&](Corner corner) {
-    if (!corner.fixedRow) corner.row += rows;
-    if (!corner.fixedColumn) corner.column += columns;
-    return printed(corner);
-  };
-  return withReferences(formula, [&](const Reference& reference) {
-    return moved(reference.first) + (reference.isPair ? ":" + moved(reference.second) : "");
-  });
+  return withMovedReferences(formula, rows, columns, [](const FormulaReference&) { return true; });
 }
 
-std::string rowMovedFormula(std::string_view formula, std::int32_t fromRow, std::int32_t toRow) {
-  const auto goes = [&](const Corner& corner) { return !corner.fixedRow && corner.row == fromRow; };
-  return withReferences(formula, [&](const Reference& reference) {
-    Reference moved = reference;
-    if (!reference.hasSheet && goes(reference.first) && (!reference.isPair || goes(reference.second))) {
-      moved.first.row = toRow;
-      moved.second.row = toRow;
-    }
-    return printed(moved.first) + (moved.isPair ? ":" + printed(moved.second) : "");
+std::string sortedFormula(std::string_view formula, std::int32_t rows, std::string_view sheet) {
+  return withMovedReferences(formula, rows, 0, [&](const FormulaReference& reference) {
+    return reference.sheet.empty() || isSheet(reference.sheet, sheet);
   });
 }
 

@@ -43,22 +43,28 @@ int order(const Key& a, const Key& b) {
 
 void requireSortable(Sheet& sheet, const CellArea& area) {
   sheet.requirePermission("sort", "sorting");
+  const std::string rows = "The rows of " + a1(area) + " cannot be sorted: ";
   for (const CellArea& merged : sheet.mergedAreas()) {
     if (merged.meets(area)) {
-      refuse("The rows of " + a1(area) + " cannot be sorted: the cells " + a1(merged) +
-             " are merged. Take the merge apart in the spreadsheet first.");
+      refuse(rows + "the cells " + a1(merged) + " are merged. Take the merge apart in the spreadsheet first.");
     }
   }
   for (const Formula& formula : sheet.cells().formulas) {
     if (formula.area && formula.area->cells() > 1 && formula.area->meets(area)) {
-      refuse("The rows of " + a1(area) + " cannot be sorted: " + a1(*formula.area) + " holds an array formula.");
+      refuse(rows + a1(*formula.area) + " holds an array formula.");
     }
+  }
+  for (std::int32_t row = area.firstRow; row <= area.lastRow; ++row) {
+    if (sheet.geometry().rowHeight(row) > 0.0) continue;
+    refuse(rows + "row " + std::to_string(row) +
+           " is hidden, by a filter or by hand. Show all rows in the spreadsheet first.");
   }
 }
 
 class RowMover {
  public:
-  RowMover(Sheet& sheet, const CellArea& area) : sheet_(sheet), area_(area) {}
+  RowMover(Sheet& sheet, const CellArea& area, std::int32_t keyColumn)
+      : sheet_(sheet), area_(area), keyColumn_(keyColumn) {}
 
   /// @param order the row that comes to each place, both counted from the first row of the area.
   void move(const std::vector<std::int32_t>& order) {
@@ -68,8 +74,9 @@ class RowMover {
   }
 
  private:
+  static constexpr std::size_t noCell = SIZE_MAX;
+
   void moveColumn(std::int32_t column, const std::vector<std::int32_t>& order) {
-    constexpr std::size_t noCell = SIZE_MAX;
     CellStore& cells = sheet_.cells();
     const std::vector<RowCell> taken = cells.takeColumn(column, area_.firstRow, area_.lastRow);
     positions_.assign(order.size(), noCell);
@@ -78,19 +85,38 @@ class RowMover {
     }
     moved_.clear();
     for (std::size_t place = 0; place < order.size(); ++place) {
+      const std::int32_t row = area_.firstRow + static_cast<std::int32_t>(place);
       const std::size_t position = positions_[static_cast<std::size_t>(order[place])];
-      if (position == noCell) continue;
-      moved_.push_back({area_.firstRow + static_cast<std::int32_t>(place), taken[position].cell});
-      adjust(taken[position], column, moved_.back().row);
+      const RowCell* from = position == noCell ? nullptr : &taken[position];
+      if (column == keyColumn_) {
+        const RowCell* old = positions_[place] == noCell ? nullptr : &taken[positions_[place]];
+        if (from != nullptr || old != nullptr) moved_.push_back({row, keyCell({row, column}, from, old)});
+      } else if (from != nullptr) {
+        moved_.push_back({row, from->cell});
+        keepExtras(*from, column, row);
+      }
+      if (from != nullptr) adjust(*from, column, row);
     }
     cells.putColumn(column, moved_);
   }
 
+  /// A cell of the key column: the value that comes there in the format that stands there.
+  Cell keyCell(CellAddress at, const RowCell* from, const RowCell* old) {
+    Cell cell;
+    if (old != nullptr) {
+      cell = old->cell;
+    } else {
+      cell.style = sheet_.styleOf(at);
+    }
+    cell.kind = from == nullptr ? CellKind::empty : from->cell.kind;
+    cell.index = from == nullptr ? 0 : from->cell.index;
+    return cell;
+  }
+
   void adjust(const RowCell& from, std::int32_t column, std::int32_t toRow) {
-    keepExtras(from, column, toRow);
     if (from.cell.kind != CellKind::formula || from.row == toRow) return;
     Formula& formula = sheet_.cells().formulaOf(from.cell);
-    formula.text = rowMovedFormula(formula.text, from.row, toRow);
+    formula.text = sortedFormula(formula.text, toRow - from.row, sheet_.name());
     if (formula.area) {
       // An array formula of a single cell names its own place.
       const std::string before = a1(*formula.area);
@@ -111,6 +137,7 @@ class RowMover {
 
   Sheet& sheet_;
   CellArea area_;
+  std::int32_t keyColumn_;
   std::vector<std::size_t> positions_;  ///< of the cell that each row has, among those taken out
   std::vector<RowCell> moved_;
   std::unordered_map<std::uint64_t, CellExtras> extras_;
@@ -136,8 +163,8 @@ void sortRows(Sheet& sheet, const CellArea& area, std::int32_t keyColumn, bool d
   if (std::is_sorted(places.begin(), places.end())) return;
 
   sheet.separateFormulas();
-  RowMover(sheet, area).move(places);
-  moveHyperlinks(sheet, area, places);
+  RowMover(sheet, area, keyColumn).move(places);
+  moveHyperlinks(sheet, area, keyColumn, places);
   sheet.fitCache().forget();
   sheet.shared().valuesChanged = true;
   sheet.shared().notes.push_back("the rows of " + quotedSheetName(sheet.name()) + "!" + a1(area) +

@@ -75,15 +75,77 @@ TEST(Sort, TheFirstRowTakesPartAndCellsOutsideStay) {
   EXPECT_EQ(book.value("A4"), Variant(0.0));
 }
 
+Variant fill(OpenBook& book, const char* cell) {
+  return book.range(cell).Interior().object()->invoke(sheet::Access::get, sheet::member::ColorIndex, {});
+}
+
+Variant numberFormat(OpenBook& book, const char* cell) {
+  return book.range(cell).object()->invoke(sheet::Access::get, sheet::member::NumberFormat, {});
+}
+
 TEST(Sort, FormatsMoveWithTheirCells) {
   OpenBook book(column({"<c><v>2</v></c>", "<c><v>1</v></c>"}));
-  book.range("A1").Interior().ColorIndex(36);
+  book.range("B1").Interior().ColorIndex(36);
   sort(book, "A1:B2", 1);
-  const auto fill = [&](const char* cell) {
-    return book.range(cell).Interior().object()->invoke(sheet::Access::get, sheet::member::ColorIndex, {});
-  };
-  EXPECT_EQ(fill("A2"), Variant(std::int32_t{36}));
-  EXPECT_EQ(fill("A1"), Variant(std::int32_t{-4142}));
+  EXPECT_EQ(fill(book, "B2"), Variant(std::int32_t{36}));
+  EXPECT_EQ(fill(book, "B1"), Variant(std::int32_t{-4142}));
+}
+
+TEST(Sort, FormatsAndHyperlinksOfTheKeyColumnStay) {
+  BookText text = column({"<c><v>3</v></c>", "", "<c><v>1</v></c>", "<c><v>2</v></c>"});
+  text.sheet += "<hyperlinks><hyperlink ref=\"A1\" location=\"one\"/></hyperlinks>";
+  OpenBook book(text);
+  book.range("A1").Interior().ColorIndex(36);
+  book.range("A1").NumberFormat("0.00%");
+  book.range("A4").Interior().ColorIndex(50);
+  sort(book, "A1:B4", 1);
+  EXPECT_EQ(order(book, 4), (std::vector<double>{3, 4, 1, 2}));
+  EXPECT_EQ(book.value("A1"), Variant(1.0));
+  EXPECT_EQ(book.value("A3"), Variant(3.0));
+  EXPECT_EQ(book.value("A4"), Variant());
+  EXPECT_EQ(fill(book, "A1"), Variant(std::int32_t{36}));
+  EXPECT_EQ(fill(book, "A3"), Variant(std::int32_t{-4142}));
+  EXPECT_EQ(fill(book, "A4"), Variant(std::int32_t{50}));
+  EXPECT_EQ(numberFormat(book, "A1"), Variant("0.00%"));
+  EXPECT_EQ(numberFormat(book, "A3"), Variant("General"));
+  EXPECT_NE(book.savedSheet().find("<hyperlink ref=\"A1\" location=\"one\"/>"), std::string::npos);
+}
+
+TEST(Sort, FormulasMoveAsTheyAreCopied) {
+  // The example of the application's own documentation for what a sort does to references, one row further down.
+  BookText text;
+  text.sheet = "<sheetData>";
+  for (const char* row : {"2", "3", "4"}) {
+    const std::string r(row);
+    const std::string other = r == "2" ? "4" : r == "4" ? "2" : "3";
+    text.sheet += "<row r=\"" + r + "\"><c r=\"A" + r + "\"><v>" + other + "</v></c><c r=\"B" + r + "\"><f>A" + other +
+                  "</f><v>0</v></c><c r=\"C" + r + "\"><f>$A$" + other + "</f><v>0</v></c><c r=\"D" + r +
+                  "\"><f>SUM(A:A)+Data!A" + r + "</f><v>0</v></c></row>";
+  }
+  text.sheet += "</sheetData>";
+  OpenBook book(text);
+  sort(book, "A2:D4", 1);
+  const auto formula = [&](int row, int column) { return book.host().cellFormula("Data", {row, column}); };
+  EXPECT_EQ(formula(2, 2), "=#REF!");
+  EXPECT_EQ(formula(3, 2), "=A3");
+  EXPECT_EQ(formula(4, 2), "=A6");
+  EXPECT_EQ(formula(2, 3), "=$A$2");
+  EXPECT_EQ(formula(4, 3), "=$A$4");
+  EXPECT_EQ(formula(2, 4), "=SUM(A:A)+Data!A2");
+}
+
+TEST(Sort, ASharedFormulaWithWholeColumnsKeepsTheColumnsOfEachMember) {
+  BookText text = column({"<c><v>2</v></c>", "<c><v>1</v></c>"});
+  text.sheet.insert(text.sheet.find("</sheetData>"),
+                    "<row r=\"9\"><c r=\"B9\"><f t=\"shared\" ref=\"B9:D9\" si=\"0\">SUM(B:B)-SUM($1:3)</f><v>0</v></c>"
+                    "<c r=\"C9\"><f t=\"shared\" si=\"0\"/><v>0</v></c><c r=\"D9\"><f t=\"shared\" si=\"0\"/><v>0</v>"
+                    "</c></row>");
+  OpenBook book(text);
+  sort(book, "A1:B2", 1);
+  const std::string saved = book.savedSheet();
+  EXPECT_NE(saved.find("<f>SUM(B:B)-SUM($1:3)</f>"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("<f>SUM(C:C)-SUM($1:3)</f>"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("<f>SUM(D:D)-SUM($1:3)</f>"), std::string::npos) << saved;
 }
 
 TEST(Sort, FormulasGoOnNamingTheCellsOfTheirRow) {
@@ -110,13 +172,15 @@ TEST(Sort, FormulasGoOnNamingTheCellsOfTheirRow) {
   EXPECT_NE(parts.at("xl/workbook.xml").find("fullCalcOnLoad=\"1\""), std::string::npos);
 }
 
-TEST(Sort, MergedCellsAndArraysInTheWayAreRefusedAndNothingMoves) {
-  for (const std::string obstacle : {"merge", "array"}) {
+TEST(Sort, MergedCellsArraysAndHiddenRowsInTheWayAreRefusedAndNothingMoves) {
+  for (const std::string obstacle : {"merge", "array", "hidden row"}) {
     BookText text = column({"<c><v>2</v></c>", "<c><v>1</v></c>"});
     if (obstacle == "merge") {
       text.sheet += "<mergeCells count=\"1\"><mergeCell ref=\"A2:B2\"/></mergeCells>";
-    } else {
+    } else if (obstacle == "array") {
       text.sheet.replace(text.sheet.find("<c r=\"B1\">"), 10, "<c r=\"B1\"><f t=\"array\" ref=\"B1:B2\">A1:A2</f>");
+    } else {
+      text.sheet.replace(text.sheet.find("<row r=\"2\">"), 11, "<row r=\"2\" hidden=\"1\">");
     }
     OpenBook book(text);
     int number = 0;
@@ -137,7 +201,8 @@ TEST(Sort, HyperlinksMoveWithTheirCells) {
       "<hyperlinks><hyperlink ref=\"A1\" location=\"one\"/><hyperlink ref=\"A2:C3\" location=\"several\"/>"
       "<hyperlink ref=\"B1:B4\" location=\"all\"/><hyperlink ref=\"A4\" location=\"outside\"/></hyperlinks>";
   OpenBook book(text);
-  sort(book, "A1:B3", 1);
+  for (int row = 1; row <= 3; ++row) book.range("C" + std::to_string(row)).Value(book.value("A" + std::to_string(row)));
+  sort(book, "A1:C3", 3);
   EXPECT_NE(book.savedSheet().find("<hyperlinks><hyperlink ref=\"A3\" location=\"one\"/>"
                                    "<hyperlink ref=\"A1\" location=\"several\"/><hyperlink ref=\"B1\" "
                                    "location=\"several\"/><hyperlink ref=\"C2\" location=\"several\"/>"
@@ -174,10 +239,10 @@ TEST(Sort, CellsWithCommentsAreKnown) {
 
 TEST(Sort, ExtrasOfACellMoveWithIt) {
   BookText text = column({"<c><v>2</v></c>", "<c><v>1</v></c>"});
-  text.sheet.replace(text.sheet.find("<c r=\"A1\">"), 10, "<c r=\"A1\" vm=\"1\">");
+  text.sheet.replace(text.sheet.find("<c r=\"B1\">"), 10, "<c r=\"B1\" vm=\"1\">");
   OpenBook book(text);
   sort(book, "A1:B2", 1);
-  EXPECT_NE(book.savedSheet().find("<c r=\"A2\" vm=\"1\"><v>2</v></c>"), std::string::npos);
+  EXPECT_NE(book.savedSheet().find("<c r=\"B2\" vm=\"1\"><v>1</v></c>"), std::string::npos);
 }
 
 }  // namespace

@@ -89,13 +89,13 @@ class Witness(unittest.TestCase):
 
     def cells_are_read(self, before, after, recipe, clusters):
         rows = reading.rows(before, recipe.sheet, f"A{FIRST_ROW}:D{LAST_ROW}")
-        wanted_cells = results.expected_cells(rows, clusters)
+        wanted_cells = results.expected_cells(rows, clusters, recipe.sorts)
         read = reading.rows(after, recipe.sheet, "A1:G31")
         looks = reading.looks(after, recipe.sheet, wanted_cells)
         for place, wanted in wanted_cells.items():
             found, cell = read[int(place[1:]) - 1]["ABCDEFG".index(place[0])], looks[place]
             self.assertTrue(results.same(wanted, found), f"{place}: {wanted!r} is read as {found!r}")
-            cluster = results.expected_fill(place, clusters)
+            cluster = results.expected_fill(place, clusters, recipe.sorts)
             if cluster is not None:
                 self.assertEqual(cell.fill, results.FILLS[cluster][1], f"the fill of {place}")
             in_block = place[0] in "BCDE" and int(place[1:]) > LAST_ROW
@@ -107,7 +107,7 @@ class Witness(unittest.TestCase):
 
     def only_the_told_cells_changed(self, before, after, recipe, book):
         """The cells that LibreOffice reads otherwise than before are those that the program names beforehand."""
-        told = json.loads(program.run("cluster", book, *program.references(recipe), *program.ALL_OUTPUTS, recipe.filter_option, "-q", "--dry-run", "--format", "json"))  # fmt: skip
+        told = json.loads(program.run("cluster", book, *program.references(recipe), *program.choices(recipe), "-q", "--dry-run", "--format", "json"))  # fmt: skip
         sheet = reading.sheet_of(before, recipe.sheet)
         areas = [sheet.getCellRangeByName(block["range"]).RangeAddress for block in told["blocks"]]
         areas.append(sheet.getCellRangeByName(f"A{FIRST_ROW}:E{LAST_ROW}").RangeAddress)
@@ -135,7 +135,7 @@ class Witness(unittest.TestCase):
         old, new = (reading.charts(document, recipe.sheet) for document in (before, after))
         self.assertEqual(len(new), len(old) - len(recipe.gone) + 2, [chart.title for chart in new])
         rows = reading.rows(before, recipe.sheet, f"A{FIRST_ROW}:D{LAST_ROW}")
-        cells = results.expected_cells(rows, clusters)
+        cells = results.expected_cells(rows, clusters, recipe.sorts)
         listing = reading.sheet_of(after, recipe.sheet).getCellRangeByName(f"G{FIRST_ROW}:G{LAST_ROW}")
         left, top = listing.Position.X + listing.Size.Width, listing.Position.Y
         ours = {chart.title: chart for chart in new if chart.title in ("Clusters profiles", "Clusters weights")}
@@ -196,7 +196,7 @@ class Witness(unittest.TestCase):
         self.office.save(after, saved)
         self.assertIn(recipe.sheet.replace("'", "''"), program.run("sheets", saved))
         found = program.cluster(saved, again, recipe)
-        self.assertEqual(found, sorted(clusters))
+        self.assertEqual(found, results.listed(clusters, recipe.sorts))
         package = PackageReader(again)
         self.assertEqual(kept.package_holds_together(package), [])
         self.assertEqual(parts_test.charts_are_right(package, recipe), [])

@@ -64,7 +64,7 @@ class Formats:
 
 def written_cells(before, after, recipe, clusters):
     part = before.sheet(recipe.sheet)
-    wanted = results.expected_cells(old_rows(before, part), clusters)
+    wanted = results.expected_cells(old_rows(before, part), clusters, recipe.sorts)
     cells, texts, formats = after.cells(part), after.texts(), Formats(after)
     wrong = []
     for place, value in wanted.items():
@@ -74,21 +74,21 @@ def written_cells(before, after, recipe, clusters):
         found = after.value(cells[place], texts)
         if not results.same(value, found):
             wrong.append(f"{place} should hold {value} and holds {found}")
-        cluster = results.expected_fill(place, clusters)
+        cluster = results.expected_fill(place, clusters, recipe.sorts)
         if cluster is not None and formats.fill(cells[place]) not in results.names_of(cluster):
             wrong.append(f"{place} should have the colour of cluster {cluster}, not {formats.fill(cells[place])}")
         if (place == "G4" or (place[0] == "E" and int(place[1:]) > LAST_ROW)) and not formats.is_bold(cells[place]):
             wrong.append(f"{place} should be bold")
         if results.is_share(place) and formats.of(cells[place]).get("numFmtId") != "10":
             wrong.append(f"{place} should be a percentage")
-    return wrong + moved_formats(before, after, part, clusters)
+    return wrong + moved_formats(before, after, part, clusters, recipe.sorts)
 
 
-def moved_formats(before, after, part, clusters):
+def moved_formats(before, after, part, clusters, sorts):
     """A cell that moves with its row takes its format along; only the fill of the measures is new."""
     old, new = before.cells(part), after.cells(part)
     old_formats, new_formats = Formats(before), Formats(after)
-    order = results.sorted_rows(range(FIRST_ROW, LAST_ROW + 1), clusters)
+    order = results.placed_rows(range(FIRST_ROW, LAST_ROW + 1), clusters, sorts)
     wrong = []
     for number, (origin, _) in enumerate(order, FIRST_ROW):
         for column in "ABCD":
@@ -139,7 +139,7 @@ class RoundTrip(unittest.TestCase):
     def runs_again(self, out, recipe, clusters):
         """A second run on the result finds the same clusters and leaves two charts, and the same parts."""
         again = out + "-again" + os.path.splitext(out)[1]
-        self.assertEqual(program.cluster(out, again, recipe), sorted(clusters))
+        self.assertEqual(program.cluster(out, again, recipe), results.listed(clusters, recipe.sorts))
         first, second = PackageReader(out), PackageReader(again)
         self.assertEqual(kept.package_holds_together(second), [])
         self.assertEqual(sorted(first.plain_parts()), sorted(second.plain_parts()))

@@ -40,6 +40,7 @@ class Recipe:
     make: typing.Callable[[str], None]  # writes the book to the path
     sheet: str = "Data"
     filter_option: str = "--autofilter"
+    sorts: bool = True  # rows that a filter hides stand in the way
     gone: tuple[str, ...] = ()  # chart parts that the run has to remove, untitled ones or those of an earlier run
     rewritten: tuple[str, ...] = ()  # further parts that may differ, such as a table whose filter is switched off
     has_plain_columns: bool = True  # beside the listing: columns of the width that every new sheet has

@@ -14,18 +14,24 @@ def names_of(cluster):
     return number, f"FF{color:06X}"
 
 
-def sorted_rows(rows, clusters):
-    return sorted(zip(rows, clusters), key=lambda pair: pair[1])
+def placed_rows(rows, clusters, sorts):
+    """Each row with its cluster, in the order in which the run leaves them."""
+    pairs = list(zip(rows, clusters))
+    return sorted(pairs, key=lambda pair: pair[1]) if sorts else pairs
 
 
-def expected_cells(rows, clusters):
+def listed(clusters, sorts):
+    return sorted(clusters) if sorts else clusters
+
+
+def expected_cells(rows, clusters, sorts):
     """By address: the value of every cell that the run writes or moves. Rows are name and three measures."""
     cells = {"G4": "Clusters"}
-    listed = sorted_rows(rows, clusters)
-    for number, (row, cluster) in enumerate(listed, FIRST_ROW):
+    placed = placed_rows(rows, clusters, sorts)
+    for number, (row, cluster) in enumerate(placed, FIRST_ROW):
         cells.update({f"{column}{number}": value for column, value in zip("ABCD", row)})
         cells[f"G{number}"] = float(cluster)
-    members = {k: [row[1:] for row, cluster in listed if cluster == k] for k in CLUSTERS}
+    members = {k: [row[1:] for row, cluster in placed if cluster == k] for k in CLUSTERS}
     start = LAST_ROW + 1
     for block, label in enumerate(LABELS):
         for k in CLUSTERS:
@@ -53,11 +59,11 @@ def same(expected, found):
     return expected == found
 
 
-def expected_fill(place, clusters):
+def expected_fill(place, clusters, sorts):
     """The cluster whose colour the cell has; None for a cell without one."""
     column, number = place[0], int(place[1:])
     if FIRST_ROW <= number <= LAST_ROW and column in "BCDG":
-        return sorted(clusters)[number - FIRST_ROW]
+        return listed(clusters, sorts)[number - FIRST_ROW]
     if number > LAST_ROW and column in "BCDE":
         return (number - LAST_ROW - 1) % len(CLUSTERS) + 1
     return None
