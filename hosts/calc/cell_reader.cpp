@@ -19,8 +19,6 @@ namespace mervane::calc {
 
 namespace {
 
-constexpr std::int32_t rowsAtOnce = 8192;
-
 Variant withKind(const Variant& value, NumberFormats& formats, sal_Int32 key) {
   const double* number = value.getIf<double>();
   if (number == nullptr) return value;
@@ -44,13 +42,20 @@ bool CellReader::isWaiting(std::int32_t sheet, CellAddress at) const {
   return row < found->second.states.size() && found->second.states[row] == State::waiting;
 }
 
+bool CellReader::isKnown(const Column& column, std::size_t row) const {
+  if (row >= column.states.size() || column.states[row] == State::unknown) return false;
+  return column.states[row] != State::formula || column.generations[row] == generation_;
+}
+
 std::optional<Variant> CellReader::value(std::int32_t sheet, CellAddress at, bool valuesWait) {
   Column& column = columns_[keyOf(sheet, at.column)];
   const auto row = static_cast<std::size_t>(at.row) - 1;
-  const auto known = [&] { return row < column.states.size() && column.states[row] != State::unknown; };
-  if (known() && column.states[row] == State::formula && column.generation != generation_) dropFormulas(column);
-  if (!known()) fetch(sheet, at, column);
-  if (!known()) return Variant();
+  if (!isKnown(column, row)) {
+    const bool wasFormula = row < column.states.size() && column.states[row] == State::formula;
+    column.rowsAhead = wasFormula ? 1 : std::min(column.rowsAhead * 2, mostRowsAhead);
+    fetch(sheet, at, column);
+  }
+  if (!isKnown(column, row)) return Variant();
   if (column.states[row] == State::formula && valuesWait) return std::nullopt;
   return column.values[row];
 }
@@ -59,8 +64,9 @@ void CellReader::markWaiting(std::int32_t sheet, CellAddress at) {
   Column& column = columns_[keyOf(sheet, at.column)];
   const auto row = static_cast<std::size_t>(at.row) - 1;
   if (row >= column.states.size()) {
-    column.states.resize(std::max(row + 1, std::min(column.states.size() * 2, row + rowsAtOnce)));
+    column.states.resize(std::max(row + 1, std::min(column.states.size() * 2, row + mostRowsAhead)));
     column.values.resize(column.states.size());
+    column.generations.resize(column.states.size());
   }
   column.states[row] = State::waiting;
 }
@@ -77,19 +83,12 @@ void CellReader::reset(std::int32_t sheet, const CellArea& area, bool waitingToo
   }
 }
 
-void CellReader::dropFormulas(Column& column) const {
-  for (State& state : column.states) {
-    if (state == State::formula) state = State::unknown;
-  }
-  column.generation = generation_;
-}
-
 void CellReader::fetch(std::int32_t sheet, CellAddress at, Column& column) {
   session_.formats().write();  // they decide what a number is
   SheetFacts& facts = session_.facts();
   const CellAddress end = facts.end(sheet);
   if (at.row > end.row || at.column > end.column) return;
-  const CellArea area{at.row, at.column, std::min(at.row + rowsAtOnce - 1, end.row), at.column};
+  const CellArea area{at.row, at.column, std::min(at.row + column.rowsAhead - 1, end.row), at.column};
   const uno::Reference<css::table::XCellRange> range = session_.rangeOf({sheet, area});
   const uno::Reference<css::sheet::XCellRangeData> data(range, uno::UNO_QUERY_THROW);
   const uno::Sequence<uno::Sequence<uno::Any>> rows = data->getDataArray();
@@ -137,11 +136,12 @@ void CellReader::fetch(std::int32_t sheet, CellAddress at, Column& column) {
   if (column.states.size() < first + count) {
     column.states.resize(first + count);
     column.values.resize(first + count);
+    column.generations.resize(first + count);
   }
-  if (column.generation != generation_) dropFormulas(column);
   for (std::size_t i = 0; i < count; ++i) {
     if (column.states[first + i] == State::waiting) continue;
     column.states[first + i] = states[i];
+    column.generations[first + i] = generation_;
     column.values[first + i] = std::move(block[i]);
   }
 }

@@ -11,7 +11,8 @@ namespace mervane::calc {
 
 /// The cells that were read, column by column.
 ///
-/// OPTIMIZATION: a cell that is not known is read together with those below it, since callers go down columns.
+/// OPTIMIZATION: a cell that is not known is read together with those below it, since callers go down columns. Where
+/// each formula is read after another cell was written, what was read ahead would be of no use, so that less is read.
 class CellReader {
  public:
   explicit CellReader(Session& session) : session_(session) {}
@@ -32,11 +33,14 @@ class CellReader {
   void forgetAll() { columns_.clear(); }
 
  private:
+  static constexpr std::int32_t mostRowsAhead = 8192;
   enum class State : std::uint8_t { unknown, value, formula, waiting };
   struct Column {
     std::vector<Variant> values;  ///< from row 1
     std::vector<State> states;
-    std::uint64_t generation = 0;  ///< of its formulas
+    std::vector<std::uint64_t> generations;  ///< of formulas: when they were read
+    /// Rows to read at once, fewer where values are written between the readings of formulas.
+    std::int32_t rowsAhead = mostRowsAhead;
   };
   using Block = std::vector<Variant>;
 
@@ -44,7 +48,7 @@ class CellReader {
     return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(sheet)) << 32) | static_cast<std::uint32_t>(column);
   }
   void reset(std::int32_t sheet, const CellArea& area, bool waitingToo);
-  void dropFormulas(Column& column) const;
+  [[nodiscard]] bool isKnown(const Column& column, std::size_t row) const;
   void fetch(std::int32_t sheet, CellAddress at, Column& column);
   void takeKinds(std::int32_t sheet, const CellArea& area, const std::vector<State>& states, Block& block);
   void takeConstantKinds(std::int32_t sheet, const CellArea& part, std::int32_t firstRow, Block& block);

@@ -60,6 +60,29 @@ bool meetsAny(const std::vector<CellArea>& areas, const CellArea& area) {
   return false;
 }
 
+/// What is left of the areas outside of another one.
+std::vector<CellArea> without(const std::vector<CellArea>& areas, const CellArea& gone) {
+  std::vector<CellArea> left;
+  for (CellArea rest : areas) {
+    if (!rest.meets(gone)) {
+      left.push_back(rest);
+      continue;
+    }
+    // The rows above, the rows below, and of those between the cells at the left and at the right.
+    if (rest.firstRow < gone.firstRow)
+      left.push_back({rest.firstRow, rest.firstColumn, gone.firstRow - 1, rest.lastColumn});
+    if (rest.lastRow > gone.lastRow)
+      left.push_back({gone.lastRow + 1, rest.firstColumn, rest.lastRow, rest.lastColumn});
+    rest.firstRow = std::max(rest.firstRow, gone.firstRow);
+    rest.lastRow = std::min(rest.lastRow, gone.lastRow);
+    if (rest.firstColumn < gone.firstColumn)
+      left.push_back({rest.firstRow, rest.firstColumn, rest.lastRow, gone.firstColumn - 1});
+    if (rest.lastColumn > gone.lastColumn)
+      left.push_back({rest.firstRow, gone.lastColumn + 1, rest.lastRow, rest.lastColumn});
+  }
+  return left;
+}
+
 }  // namespace
 
 void SheetFacts::forgetContents(std::int32_t sheet) {
@@ -75,10 +98,7 @@ void SheetFacts::plainValuesWritten(std::int32_t sheet, const CellArea& area) {
   facts.end.reset();
   facts.filled.reset();
   // OPTIMIZATION: looking for formulas takes long, and rows are often written and read in turn.
-  if (!facts.formulas) return;
-  for (const CellArea& formulas : *facts.formulas) {
-    if (formulas.meets(area)) return facts.formulas.reset();
-  }
+  if (facts.formulas && meetsAny(*facts.formulas, area)) facts.formulas = without(*facts.formulas, area);
 }
 
 CellAddress SheetFacts::end(std::int32_t sheet) {

@@ -21,6 +21,7 @@ from com.sun.star.sheet.ValidationType import DECIMAL
 from office import Failed, Office, cells, expect, looks, properties, wait_for
 from refusals import expect_refusal, refusals
 from screen import Controls, Screen
+from speed import formulas_beside_the_inputs
 
 ROLE_EDIT, ROLE_LABEL = 60, 30
 INPUTS, OUTPUTS = "Iris!B2:E151", "Iris!G2"
@@ -103,6 +104,7 @@ class Driver:
                            'Invalid cell reference.\nInputs: there is no sheet "Nowhere"; the only one is "Iris"')
             document.close(True)
             self.conforming(office)
+            formulas_beside_the_inputs(office)
             expect(office.quit(), "the office quits by itself")
         finally:
             office.kill()

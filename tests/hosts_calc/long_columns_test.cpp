@@ -1,6 +1,8 @@
+#include <chrono>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSheetAnnotationAnchor.hpp>
 #include <com/sun/star/sheet/XSheetAnnotationsSupplier.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
@@ -122,6 +124,26 @@ TEST_F(LongColumns, AreWrittenWithTheirNotesKept) {
   EXPECT_EQ(notes->getCount(), 4);
   for (std::int32_t row = 1; row <= 6; ++row) {
     EXPECT_EQ(range("A1").Cells(row, 1).Value(), row == 4 ? Variant("007") : Variant(1.5 * row)) << row;
+  }
+}
+
+/// As sorting borrows the column beside the inputs: each formula is read when those above it have been written over.
+TEST_F(LongColumns, OfFormulasAreReadAndWrittenInTurnWithTheValueThatEachHasThen) {
+  constexpr std::int32_t formulas = 60;
+  for (std::int32_t row = 1; row <= formulas; ++row) {
+    range("A1").Cells(row, 1).Value(Variant(1.0 * row));
+    // Every third one refers to the one above it, which is a written value by then.
+    const std::string at = std::to_string(row);
+    const bool refersUp = row % 3 == 0;
+    range("B1").Cells(row, 1).Value(Variant(refersUp ? "=B" + std::to_string(row - 1) + "+A" + at : "=2*A" + at));
+  }
+  for (std::int32_t row = 1; row <= formulas; ++row) {
+    const double wanted = row % 3 == 0 ? 1000.0 + row : 2.0 * row;
+    EXPECT_EQ(range("B1").Cells(row, 1).Value(), Variant(wanted)) << row;
+    range("B1").Cells(row, 1).Value(Variant(1000.0));
+  }
+  for (std::int32_t row = 1; row <= formulas; ++row) {
+    EXPECT_EQ(range("B1").Cells(row, 1).Value(), Variant(1000.0)) << row;
   }
 }
 
