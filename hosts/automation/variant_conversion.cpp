@@ -2,9 +2,11 @@
 
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <type_traits>
 
 #include "hosts/automation/automation_object.h"
+#include "hosts/automation/safe_array.h"
 #include "platform/com/failure_conversion.h"
 #include "platform/com/text.h"
 
@@ -46,26 +48,6 @@ Variant fromObject(IUnknown* object) {
   return Variant(std::shared_ptr<sheet::Object>(std::make_shared<AutomationObject>(dispatch.Get())));
 }
 
-VARTYPE elementTypeOf(SAFEARRAY* array) {
-  VARTYPE type = VT_EMPTY;
-  if (FAILED(SafeArrayGetVartype(array, &type))) raise(runtime::typeMismatch);
-  return type;
-}
-
-std::vector<Bounds> boundsOf(SAFEARRAY* array) {
-  std::vector<Bounds> bounds;
-  const UINT dimensions = SafeArrayGetDim(array);
-  for (UINT dimension = 1; dimension <= dimensions; ++dimension) {
-    LONG lower = 0;
-    LONG upper = -1;
-    if (FAILED(SafeArrayGetLBound(array, dimension, &lower)) || FAILED(SafeArrayGetUBound(array, dimension, &upper))) {
-      raise(runtime::subscriptOutOfRange);
-    }
-    bounds.push_back({static_cast<std::int32_t>(lower), static_cast<std::int32_t>(upper)});
-  }
-  return bounds;
-}
-
 /// Visits all positions of a grid; `visit` gets the position in row-major and in column-major order.
 template <class Visit>
 void forEachPosition(const std::vector<Bounds>& bounds, Visit&& visit) {
@@ -87,45 +69,41 @@ void forEachPosition(const std::vector<Bounds>& bounds, Visit&& visit) {
   }
 }
 
-/// Direct sight of an array's elements while it lives.
-class ArrayData {
- public:
-  explicit ArrayData(SAFEARRAY* array) : array_(array) {
-    if (FAILED(SafeArrayAccessData(array_, &data_))) raise(runtime::outOfMemory);
-  }
-  ~ArrayData() { SafeArrayUnaccessData(array_); }
-  ArrayData(const ArrayData&) = delete;
-  ArrayData& operator=(const ArrayData&) = delete;
-  template <class T>
-  [[nodiscard]] T* as() const {
-    return static_cast<T*>(data_);
-  }
-
- private:
-  SAFEARRAY* array_;
-  void* data_ = nullptr;
+/// The arrays that the value at hand lies in. One that lies in itself, or in very many, has no end worth waiting for.
+struct Nesting {
+  const SAFEARRAY* array;
+  const Nesting* outer;
 };
+constexpr int deepestNesting = 16;
+constexpr int longestChain = 8;
+
+void requireEnd(const Nesting* nesting) {
+  int depth = 0;
+  for (const Nesting* outer = nesting->outer; outer != nullptr; outer = outer->outer) {
+    if (outer->array == nesting->array || ++depth == deepestNesting) raise(runtime::typeMismatch);
+  }
+}
+
+Variant converted(const VARIANT& value, const Nesting* nesting);
 
 template <class Source, class Element, class Convert>
-Variant copied(SAFEARRAY* array, Convert&& convert) {
-  const std::vector<Bounds> bounds = boundsOf(array);
-  Array<Element> result(bounds);
-  const ArrayData data(array);
-  const auto* source = data.as<const Source>();
-  forEachPosition(bounds, [&](std::size_t rowMajor, std::size_t columnMajor) {
+Variant copied(const SafeArrayView& array, Convert&& convert) {
+  Array<Element> result(array.bounds());
+  const auto* source = array.as<Source>();
+  forEachPosition(array.bounds(), [&](std::size_t rowMajor, std::size_t columnMajor) {
     result.elements()[rowMajor] = convert(source[columnMajor]);
   });
   return Variant(std::move(result));
 }
 
 template <class T>
-Variant copiedAsIs(SAFEARRAY* array) {
+Variant copiedAsIs(const SafeArrayView& array) {
   return copied<T, T>(array, [](T element) { return element; });
 }
 
 /// Elements of a type without a counterpart go through the platform's own conversion, one by one.
 template <class Source>
-Variant copiedThroughVariant(SAFEARRAY* array, VARTYPE type) {
+Variant copiedThroughVariant(const SafeArrayView& array, VARTYPE type) {
   return copied<Source, Variant>(array, [type](const Source& element) {
     VARIANT value{};
     value.vt = type;
@@ -133,15 +111,6 @@ Variant copiedThroughVariant(SAFEARRAY* array, VARTYPE type) {
     std::memcpy(&value.llVal, &element, sizeof(Source));
     return fromAutomation(value);
   });
-}
-
-VARIANT readThrough(const VARIANT& value) {
-  OwnedVariant copy;
-  const HRESULT result = VariantCopyInd(copy.get(), const_cast<VARIANT*>(&value));
-  if (FAILED(result)) throw com::failureOf(result, nullptr, IID_NULL);
-  VARIANT taken = copy.value();
-  VariantInit(copy.get());
-  return taken;
 }
 
 template <class T>
@@ -161,10 +130,15 @@ struct ElementType<std::string> : std::integral_constant<VARTYPE, VT_BSTR> {};
 template <>
 struct ElementType<Variant> : std::integral_constant<VARTYPE, VT_VARIANT> {};
 
-SAFEARRAY* newSafeArray(VARTYPE type, const std::vector<Bounds>& bounds) {
+struct DestroyArray {
+  void operator()(SAFEARRAY* array) const noexcept { SafeArrayDestroy(array); }
+};
+using OwnedArray = std::unique_ptr<SAFEARRAY, DestroyArray>;
+
+OwnedArray newSafeArray(VARTYPE type, const std::vector<Bounds>& bounds) {
   std::vector<SAFEARRAYBOUND> described;
   for (const Bounds& one : bounds) described.push_back({static_cast<ULONG>(one.count()), one.lower});
-  SAFEARRAY* array = SafeArrayCreate(type, static_cast<UINT>(described.size()), described.data());
+  OwnedArray array(SafeArrayCreate(type, static_cast<UINT>(described.size()), described.data()));
   if (array == nullptr) raise(runtime::outOfMemory);
   return array;
 }
@@ -172,23 +146,18 @@ SAFEARRAY* newSafeArray(VARTYPE type, const std::vector<Bounds>& bounds) {
 template <class T>
 SAFEARRAY* newSafeArray(const Array<T>& source) {
   if (source.dimensions() == 0) return nullptr;
-  SAFEARRAY* array = newSafeArray(ElementType<T>::value, source.bounds());
-  try {
-    const ArrayData data(array);
-    forEachPosition(source.bounds(), [&](std::size_t rowMajor, std::size_t columnMajor) {
-      if constexpr (std::is_same_v<T, std::string>) {
-        data.as<BSTR>()[columnMajor] = com::newBstr(source.elements()[rowMajor]);
-      } else if constexpr (std::is_same_v<T, Variant>) {
-        toAutomation(source.elements()[rowMajor], data.as<VARIANT>()[columnMajor]);
-      } else {
-        data.as<T>()[columnMajor] = source.elements()[rowMajor];
-      }
-    });
-  } catch (const Failure&) {
-    SafeArrayDestroy(array);
-    throw;
-  }
-  return array;
+  OwnedArray array = newSafeArray(ElementType<T>::value, source.bounds());
+  // The array is new and stays where it is: nobody else could move it, so it needs no lock.
+  forEachPosition(source.bounds(), [&](std::size_t rowMajor, std::size_t columnMajor) {
+    if constexpr (std::is_same_v<T, std::string>) {
+      static_cast<BSTR*>(array->pvData)[columnMajor] = com::newBstr(source.elements()[rowMajor]);
+    } else if constexpr (std::is_same_v<T, Variant>) {
+      toAutomation(source.elements()[rowMajor], static_cast<VARIANT*>(array->pvData)[columnMajor]);
+    } else {
+      static_cast<T*>(array->pvData)[columnMajor] = source.elements()[rowMajor];
+    }
+  });
+  return array.release();
 }
 
 /// Writes one alternative of a Variant into a cleared record.
@@ -252,15 +221,66 @@ struct Writer {
   }
 };
 
-}  // namespace
-
-Variant fromAutomation(const VARIANT& value) {
-  if ((value.vt & VT_BYREF) != 0) {
-    OwnedVariant read;
-    *read.get() = readThrough(value);
-    return fromAutomation(read.value());
+Variant convertedArray(SAFEARRAY* array, VARTYPE elementType, const Nesting* outer) {
+  if (array == nullptr) return Variant(Array<Variant>());
+  const Nesting nesting{array, outer};
+  requireEnd(&nesting);
+  const SafeArrayView view(array, elementType);
+  switch (view.type()) {
+    case VT_R8:
+      return copiedAsIs<double>(view);
+    case VT_R4:
+      return copiedAsIs<float>(view);
+    case VT_I4:
+    case VT_INT:
+      return copied<LONG, std::int32_t>(view, [](LONG element) { return static_cast<std::int32_t>(element); });
+    case VT_I2:
+      return copiedAsIs<std::int16_t>(view);
+    case VT_UI1:
+      return copiedAsIs<std::uint8_t>(view);
+    case VT_BSTR:
+      return copied<BSTR, std::string>(view, [](BSTR element) { return com::fromBstr(element); });
+    case VT_VARIANT:
+      return copied<VARIANT, Variant>(view, [&](const VARIANT& element) { return converted(element, &nesting); });
+    case VT_BOOL:
+      return copied<VARIANT_BOOL, Variant>(view,
+                                           [](VARIANT_BOOL element) { return Variant(element != VARIANT_FALSE); });
+    case VT_DATE:
+      return copied<DATE, Variant>(view, [](DATE element) { return Variant(Date{element}); });
+    case VT_ERROR:
+      return copied<SCODE, Variant>(view, [](SCODE element) { return fromErrorCode(element); });
+    case VT_CY:
+      return copiedThroughVariant<CY>(view, VT_CY);
+    case VT_I1:
+      return copiedThroughVariant<CHAR>(view, VT_I1);
+    case VT_UI2:
+      return copiedThroughVariant<USHORT>(view, VT_UI2);
+    case VT_UI4:
+    case VT_UINT:
+      return copiedThroughVariant<ULONG>(view, VT_UI4);
+    case VT_I8:
+      return copiedThroughVariant<LONGLONG>(view, VT_I8);
+    case VT_UI8:
+      return copiedThroughVariant<ULONGLONG>(view, VT_UI8);
+    case VT_DECIMAL:
+      return copied<DECIMAL, Variant>(view, [](const DECIMAL& element) {
+        double number = 0.0;
+        if (FAILED(VarR8FromDec(const_cast<DECIMAL*>(&element), &number))) raise(runtime::overflow);
+        return Variant(number);
+      });
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+      return copied<IUnknown*, Variant>(view, [](IUnknown* element) { return fromObject(element); });
+    default:
+      raise(runtime::typeMismatch);
   }
-  if ((value.vt & VT_ARRAY) != 0) return fromSafeArray(value.parray, static_cast<VARTYPE>(value.vt & VT_TYPEMASK));
+}
+
+/// A value that is no reference.
+Variant convertedPlain(const VARIANT& value, const Nesting* nesting) {
+  if ((value.vt & VT_ARRAY) != 0) {
+    return convertedArray(value.parray, static_cast<VARTYPE>(value.vt & VT_TYPEMASK), nesting);
+  }
   switch (value.vt) {
     case VT_EMPTY:
       return {};
@@ -303,61 +323,45 @@ Variant fromAutomation(const VARIANT& value) {
   }
 }
 
-void toAutomation(const Variant& value, VARIANT& result) {
-  std::visit(Writer{result}, value.storage());
+Variant converted(const VARIANT& value, const Nesting* nesting) {
+  const std::optional<VARIANT> seen = seenThrough(value);
+  if (!seen) raise(runtime::typeMismatch);
+  return convertedPlain(*seen, nesting);
 }
 
-Variant fromSafeArray(SAFEARRAY* array, VARTYPE elementType) {
-  if (array == nullptr) return Variant(Array<Variant>());
-  if (elementType == VT_EMPTY) elementType = elementTypeOf(array);
-  switch (elementType) {
-    case VT_R8:
-      return copiedAsIs<double>(array);
-    case VT_R4:
-      return copiedAsIs<float>(array);
-    case VT_I4:
-    case VT_INT:
-      return copied<LONG, std::int32_t>(array, [](LONG element) { return static_cast<std::int32_t>(element); });
-    case VT_I2:
-      return copiedAsIs<std::int16_t>(array);
-    case VT_UI1:
-      return copiedAsIs<std::uint8_t>(array);
-    case VT_BSTR:
-      return copied<BSTR, std::string>(array, [](BSTR element) { return com::fromBstr(element); });
-    case VT_VARIANT:
-      return copied<VARIANT, Variant>(array, [](const VARIANT& element) { return fromAutomation(element); });
-    case VT_BOOL:
-      return copied<VARIANT_BOOL, Variant>(array,
-                                           [](VARIANT_BOOL element) { return Variant(element != VARIANT_FALSE); });
-    case VT_DATE:
-      return copied<DATE, Variant>(array, [](DATE element) { return Variant(Date{element}); });
-    case VT_ERROR:
-      return copied<SCODE, Variant>(array, [](SCODE element) { return fromErrorCode(element); });
-    case VT_CY:
-      return copiedThroughVariant<CY>(array, VT_CY);
-    case VT_I1:
-      return copiedThroughVariant<CHAR>(array, VT_I1);
-    case VT_UI2:
-      return copiedThroughVariant<USHORT>(array, VT_UI2);
-    case VT_UI4:
-    case VT_UINT:
-      return copiedThroughVariant<ULONG>(array, VT_UI4);
-    case VT_I8:
-      return copiedThroughVariant<LONGLONG>(array, VT_I8);
-    case VT_UI8:
-      return copiedThroughVariant<ULONGLONG>(array, VT_UI8);
-    case VT_DECIMAL:
-      return copied<DECIMAL, Variant>(array, [](const DECIMAL& element) {
-        double number = 0.0;
-        if (FAILED(VarR8FromDec(const_cast<DECIMAL*>(&element), &number))) raise(runtime::overflow);
-        return Variant(number);
-      });
-    case VT_DISPATCH:
-    case VT_UNKNOWN:
-      return copied<IUnknown*, Variant>(array, [](IUnknown* element) { return fromObject(element); });
-    default:
-      raise(runtime::typeMismatch);
+}  // namespace
+
+std::optional<VARIANT> seenThrough(const VARIANT& value) noexcept {
+  VARIANT seen = value;
+  for (int step = 0; (seen.vt & VT_BYREF) != 0; ++step) {
+    // Clients pass on what was passed to them by reference, but not for ever; some values refer to themselves.
+    if (step == longestChain || seen.byref == nullptr) return std::nullopt;
+    const VARIANT reference = seen;
+    const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
+    seen = {};
+    if (type == VT_VARIANT) {
+      seen = *reference.pvarVal;
+    } else if (type == VT_DECIMAL) {
+      seen.decVal = *reference.pdecVal;
+      seen.vt = VT_DECIMAL;  // It shares its place with the decimal's unused part.
+    } else if ((type & VT_ARRAY) != 0) {
+      seen.vt = type;
+      seen.parray = *reference.pparray;
+    } else {
+      if (sizeOfType(type) == 0) return std::nullopt;
+      seen.vt = type;
+      std::memcpy(&seen.llVal, reference.byref, sizeOfType(type));
+    }
   }
+  return seen;
+}
+
+Variant fromAutomation(const VARIANT& value) {
+  return converted(value, nullptr);
+}
+
+void toAutomation(const Variant& value, VARIANT& result) {
+  std::visit(Writer{result}, value.storage());
 }
 
 SAFEARRAY* toSafeArray(const AnyArray& array) {

@@ -6,6 +6,8 @@
 #include <oleauto.h>
 // clang-format on
 
+#include <optional>
+
 #include "mervane/array.h"
 #include "mervane/variant.h"
 
@@ -13,15 +15,18 @@
 /// dimension's bounds.
 namespace mervane::automation {
 
-/// Currency, decimal and unsigned or 64-bit integers become a double where 32 bits do not hold them; objects become
-/// AutomationObjects. Raises typeMismatch for kinds that have no counterpart.
+/// Whatever a client hands over is taken or refused: values that refer to themselves, and arrays that hold something
+/// else than is said or nothing at all, raise typeMismatch or subscriptOutOfRange. Currency, decimal and unsigned or
+/// 64-bit integers become a double where 32 bits do not hold them; objects become AutomationObjects. Raises
+/// typeMismatch for kinds that have no counterpart.
 [[nodiscard]] Variant fromAutomation(const VARIANT& value);
+/// A value with what it refers to in the place of the reference; it owns nothing and lives as long as that. Nothing
+/// where the reference leads nowhere, or back to itself.
+[[nodiscard]] std::optional<VARIANT> seenThrough(const VARIANT& value) noexcept;
 /// Fills a cleared record that the caller clears; raises typeMismatch for an object that is not the platform's.
 void toAutomation(const Variant& value, VARIANT& result);
 
-/// An array of any element type; the platform's keeps columns together, ours rows.
-[[nodiscard]] Variant fromSafeArray(SAFEARRAY* array, VARTYPE elementType);
-/// A new array that the caller destroys.
+/// A new array that the caller destroys; the platform's keeps columns together, ours rows.
 [[nodiscard]] SAFEARRAY* toSafeArray(const AnyArray& array);
 [[nodiscard]] SAFEARRAY* toSafeArray(const Array<std::int32_t>& array);
 

@@ -2,6 +2,8 @@
 
 #include <wrl/client.h>
 
+#include <iterator>
+#include <new>
 #include <string>
 
 #include "mervane/runtime_errors.h"
@@ -68,6 +70,17 @@ std::string taken(BSTR& text) {
   return result;
 }
 
+/// Sets the thread's error information. Where there is no memory for it, the caller has the code alone.
+void leave(wchar_t* description, wchar_t* source, REFIID interfaceId) noexcept {
+  ComPtr<ICreateErrorInfo> created;
+  ComPtr<IErrorInfo> info;
+  if (FAILED(CreateErrorInfo(&created))) return;
+  created->SetGUID(interfaceId);
+  created->SetDescription(description);
+  created->SetSource(source);
+  if (SUCCEEDED(created.As(&info))) SetErrorInfo(0, info.Get());
+}
+
 }  // namespace
 
 Failure failureOf(HRESULT result, IUnknown* source, REFIID interfaceId) {
@@ -104,17 +117,23 @@ HRESULT resultOf(const Failure& failure) noexcept {
 }
 
 HRESULT report(const Failure& failure, REFIID interfaceId) noexcept {
-  ComPtr<ICreateErrorInfo> created;
-  if (SUCCEEDED(CreateErrorInfo(&created))) {
+  try {
     std::wstring description = toWide(failure.description());
     std::wstring source = toWide(failure.source());
-    created->SetGUID(interfaceId);
-    created->SetDescription(description.data());
-    created->SetSource(source.data());
-    ComPtr<IErrorInfo> info;
-    if (SUCCEEDED(created.As(&info))) SetErrorInfo(0, info.Get());
+    leave(description.data(), source.data(), interfaceId);
+  } catch (const std::bad_alloc&) {
+    leave(nullptr, nullptr, interfaceId);  // The number alone, then.
   }
   return resultOf(failure);
+}
+
+HRESULT report(HRESULT result, const char* description, REFIID interfaceId) noexcept {
+  wchar_t text[128] = {};
+  for (std::size_t i = 0; description[i] != '\0' && i + 1 < std::size(text); ++i)
+    text[i] = static_cast<unsigned char>(description[i]);
+  wchar_t source[] = L"";
+  leave(text, source, interfaceId);
+  return result;
 }
 
 }  // namespace mervane::com

@@ -21,5 +21,7 @@ namespace mervane::com {
 [[nodiscard]] HRESULT resultOf(const Failure& failure) noexcept;
 /// Leaves number, description and source for the caller of the binary interface and answers the code. Never raises.
 HRESULT report(const Failure& failure, REFIID interfaceId) noexcept;
+/// The same with a text of the program's own in ASCII, for what is met where there may be no memory left.
+HRESULT report(HRESULT result, const char* description, REFIID interfaceId) noexcept;
 
 }  // namespace mervane::com

@@ -4,7 +4,7 @@
 #include <olectl.h>
 
 #include <new>
-#include <string>
+#include <optional>
 
 #include "hosts/automation/automation_object.h"
 #include "hosts/automation/variant_conversion.h"
@@ -28,16 +28,14 @@ sheet::ObjectRef hostObject(IDispatch* dispatch) {
   return std::make_shared<automation::AutomationObject>(dispatch);
 }
 
-/// Whether a value holds an array, itself or where it refers to.
-bool holdsArray(const VARIANT& value) {
-  if (value.vt == (VT_BYREF | VT_VARIANT)) return value.pvarVal != nullptr && holdsArray(*value.pvarVal);
-  return (value.vt & VT_ARRAY) != 0;
+HRESULT refusedPointer() {
+  return server::refusedPointer(defaultInterfaceId);
 }
 
-/// Fills an out argument by a function; a null pointer is the caller's mistake.
+/// Fills an out argument by a function.
 template <class Result, class Body>
 HRESULT answer(Result* result, Body&& body) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return refusedPointer();
   return guarded(defaultInterfaceId, [&] { *result = body(); });
 }
 
@@ -56,14 +54,26 @@ HRESULT ClassifierServer::create(REFIID interfaceId, void** object) {
   *object = nullptr;
   ClassifierServer* made = new (std::nothrow) ClassifierServer();
   if (made == nullptr) return E_OUTOFMEMORY;
-  HRESULT result = guarded([&] {
-    made->classifier_ = composeClassifier();
-    made->classifier_->addNextEpochSink(
-        [made](std::int32_t& epoch, double& rate, std::int32_t& radius) { made->raiseNextEpoch(epoch, rate, radius); });
-  });
-  if (SUCCEEDED(result)) result = made->QueryInterface(interfaceId, object);
+  // Asked first: a component and its dialog hold each other, and a caller who gets no reference could not part them.
+  HRESULT result = made->QueryInterface(interfaceId, object);
+  if (SUCCEEDED(result)) result = guarded([&] { made->compose(); });
+  if (FAILED(result) && *object != nullptr) {
+    static_cast<IUnknown*>(*object)->Release();
+    *object = nullptr;
+  }
   made->Release();
   return result;
+}
+
+void ClassifierServer::compose() {
+  classifier_ = composeClassifier();
+  try {
+    classifier_->addNextEpochSink(
+        [this](std::int32_t& epoch, double& rate, std::int32_t& radius) { raiseNextEpoch(epoch, rate, radius); });
+  } catch (...) {
+    classifier_->UnloadfrmMain();
+    throw;
+  }
 }
 
 HRESULT ClassifierServer::QueryInterface(REFIID interfaceId, void** object) {
@@ -95,57 +105,6 @@ ULONG ClassifierServer::Release() {
   return left;
 }
 
-HRESULT ClassifierServer::GetTypeInfoCount(UINT* count) {
-  if (count == nullptr) return E_POINTER;
-  *count = 1;
-  return S_OK;
-}
-
-HRESULT ClassifierServer::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) {
-  if (info == nullptr) return E_POINTER;
-  *info = nullptr;
-  return index == 0 ? typeInfoOf(defaultInterfaceId, info) : DISP_E_BADINDEX;
-}
-
-HRESULT ClassifierServer::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
-                                        DISPID* ids) {
-  ComPtr<ITypeInfo> info;
-  const HRESULT result = typeInfoOf(defaultInterfaceId, &info);
-  return FAILED(result) ? result : info->GetIDsOfNames(names, count, ids);
-}
-
-HRESULT ClassifierServer::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags, DISPPARAMS* parameters,
-                                 VARIANT* result, EXCEPINFO* exception, UINT* argument) {
-  if (parameters == nullptr) return E_POINTER;
-  if (id == excelApplicationId) return invokeExcelApplication(flags, *parameters, result, argument);
-  ComPtr<ITypeInfo> info;
-  const HRESULT found = typeInfoOf(defaultInterfaceId, &info);
-  if (FAILED(found)) return found;
-  SetErrorInfo(0, nullptr);
-  return info->Invoke(static_cast<_Classifier3*>(this), id, flags, parameters, result, exception, argument);
-}
-
-HRESULT ClassifierServer::invokeExcelApplication(WORD flags, const DISPPARAMS& parameters, VARIANT* result,
-                                                 UINT* argument) {
-  if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) == 0) {
-    if (parameters.cArgs != 0) return DISP_E_BADPARAMCOUNT;
-    if (result == nullptr) return S_OK;
-    VariantInit(result);
-    result->vt = VT_DISPATCH;
-    return get_ExcelApplication(reinterpret_cast<_Application**>(&result->pdispVal));
-  }
-  if (parameters.cArgs != 1) return DISP_E_BADPARAMCOUNT;
-  automation::OwnedVariant given;
-  HRESULT converted = VariantCopyInd(given.get(), &parameters.rgvarg[0]);
-  if (SUCCEEDED(converted)) converted = VariantChangeType(given.get(), given.get(), 0, VT_DISPATCH);
-  if (FAILED(converted)) {
-    if (argument != nullptr) *argument = 0;
-    return converted;
-  }
-  // Only its dispatch part is ever used, so any late-bound application will do.
-  return putref_ExcelApplication(static_cast<_Application*>(given.value().pdispVal));
-}
-
 HRESULT ClassifierServer::putref_ExcelApplication(_Application* value) {
   return guarded([&] { classifier_->ExcelApplication(hostObject(value)); });
 }
@@ -167,12 +126,16 @@ HRESULT ClassifierServer::get_ExcelApplication(_Application** value) {
 }
 
 HRESULT ClassifierServer::put_Inputs(VARIANT value) {
-  // What is no array is refused as such, also where the system has no counterpart of it.
-  return guarded([&] { classifier_->Inputs(holdsArray(value) ? automation::fromAutomation(value) : Variant()); });
+  return guarded([&] {
+    // What is no array is refused as such, also where the system has no counterpart of it.
+    const std::optional<VARIANT> seen = automation::seenThrough(value);
+    const bool holdsArray = seen && (seen->vt & VT_ARRAY) != 0;
+    classifier_->Inputs(holdsArray ? automation::fromAutomation(*seen) : Variant());
+  });
 }
 
 HRESULT ClassifierServer::get_Inputs(VARIANT* value) {
-  if (value == nullptr) return E_POINTER;
+  if (value == nullptr) return refusedPointer();
   VariantInit(value);
   return guarded([&] { automation::toAutomation(classifier_->Inputs(), *value); });
 }
@@ -198,7 +161,7 @@ HRESULT ClassifierServer::get_InitialWeights(double* value) {
 }
 
 HRESULT ClassifierServer::put_ActivationFunction(::enuActivationFunction* value) {
-  if (value == nullptr) return E_POINTER;
+  if (value == nullptr) return refusedPointer();
   return guarded([&] { classifier_->ActivationFunction(static_cast<enuActivationFunction>(*value)); });
 }
 
@@ -247,7 +210,7 @@ HRESULT ClassifierServer::get_UseConvexCombination(VARIANT_BOOL* value) {
 }
 
 HRESULT ClassifierServer::put_AutoScaleInputs(VARIANT_BOOL* value) {
-  if (value == nullptr) return E_POINTER;
+  if (value == nullptr) return refusedPointer();
   return guarded([&] { classifier_->AutoScaleInputs(*value != VARIANT_FALSE); });
 }
 
@@ -287,7 +250,7 @@ HRESULT ClassifierServer::ShowMainForm(BSTR* result) {
 }
 
 HRESULT ClassifierServer::put_CellInputs(BSTR* value) {
-  if (value == nullptr) return E_POINTER;
+  if (value == nullptr) return refusedPointer();
   return guarded([&] { classifier_->CellInputs(com::fromBstr(*value)); });
 }
 
@@ -296,7 +259,7 @@ HRESULT ClassifierServer::get_CellInputs(BSTR* value) {
 }
 
 HRESULT ClassifierServer::put_CellOutputs(BSTR* value) {
-  if (value == nullptr) return E_POINTER;
+  if (value == nullptr) return refusedPointer();
   return guarded([&] { classifier_->CellOutputs(com::fromBstr(*value)); });
 }
 
@@ -327,8 +290,8 @@ HRESULT ClassifierServer::GetGUID(DWORD kind, GUID* id) {
 
 HRESULT ClassifierServer::EnumConnectionPoints(IEnumConnectionPoints** points) {
   if (points == nullptr) return E_POINTER;
-  *points = new (std::nothrow) ConnectionPoints({&points_[0], &points_[1]});
-  return *points != nullptr ? S_OK : E_OUTOFMEMORY;
+  *points = nullptr;
+  return guarded([&] { *points = new ConnectionPoints({&points_[0], &points_[1]}); });
 }
 
 HRESULT ClassifierServer::FindConnectionPoint(REFIID interfaceId, IConnectionPoint** point) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <span>
 
 #include "mervane/classifier3.h"
 #include "support/server/connection_points.h"
@@ -91,10 +92,16 @@ class ClassifierServer : public _Classifier3,
   ClassifierServer();
   virtual ~ClassifierServer() = default;
 
+  /// Makes the component behind this object; raises what that raises.
+  void compose();
   void raiseNextEpoch(std::int32_t& epoch, double& rate, std::int32_t& radius);
   /// ExcelApplication by dispatch. The type library gives it the type of the application's own library, and a call
   /// through the type information would fail on a machine without that one.
-  HRESULT invokeExcelApplication(WORD flags, const DISPPARAMS& parameters, VARIANT* result, UINT* argument);
+  HRESULT invokeExcelApplication(WORD flags, std::span<const VARIANT> arguments, VARIANT* result, UINT* argument);
+
+  /// Everything else; @param exception, argument are filled as Invoke fills its own.
+  HRESULT invokeByTypeLibrary(DISPID id, WORD flags, DISPPARAMS parameters, VARIANT* result, EXCEPINFO& exception,
+                              UINT& argument);
 
   ModuleLock lock_;
   std::atomic<ULONG> references_{1};

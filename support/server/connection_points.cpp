@@ -2,7 +2,7 @@
 
 #include <olectl.h>
 
-#include <new>
+#include "support/server/guarded.h"
 
 using Microsoft::WRL::ComPtr;
 
@@ -31,6 +31,7 @@ class Connections : public IEnumConnections {
     return left;
   }
   HRESULT STDMETHODCALLTYPE Next(ULONG count, LPCONNECTDATA data, ULONG* fetched) override {
+    if (data == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
     ULONG given = 0;
     for (; given < count && position_ < list_.size(); ++given, ++position_) {
       data[given].dwCookie = list_[position_].first;
@@ -51,8 +52,8 @@ class Connections : public IEnumConnections {
   }
   HRESULT STDMETHODCALLTYPE Clone(IEnumConnections** copy) override {
     if (copy == nullptr) return E_POINTER;
-    *copy = new (std::nothrow) Connections(list_, position_);
-    return *copy != nullptr ? S_OK : E_OUTOFMEMORY;
+    *copy = nullptr;
+    return guarded(IID_IEnumConnections, [&] { *copy = new Connections(list_, position_); });
   }
 
  private:
@@ -99,9 +100,11 @@ HRESULT EventPoint::Advise(IUnknown* sink, DWORD* cookie) {
   HRESULT result = sink->QueryInterface(interfaceId_, reinterpret_cast<void**>(dispatch.GetAddressOf()));
   if (FAILED(result)) result = sink->QueryInterface(IID_PPV_ARGS(&dispatch));
   if (FAILED(result)) return CONNECT_E_CANNOTCONNECT;
-  *cookie = ++lastCookie_;
-  sinks_.emplace(*cookie, std::move(dispatch));
-  return S_OK;
+  *cookie = 0;
+  return guarded(IID_IConnectionPoint, [&] {
+    sinks_.emplace(lastCookie_ + 1, std::move(dispatch));
+    *cookie = ++lastCookie_;
+  });
 }
 
 HRESULT EventPoint::Unadvise(DWORD cookie) {
@@ -110,8 +113,8 @@ HRESULT EventPoint::Unadvise(DWORD cookie) {
 
 HRESULT EventPoint::EnumConnections(IEnumConnections** connections) {
   if (connections == nullptr) return E_POINTER;
-  *connections = new (std::nothrow) Connections({sinks_.begin(), sinks_.end()});
-  return *connections != nullptr ? S_OK : E_OUTOFMEMORY;
+  *connections = nullptr;
+  return guarded(IID_IEnumConnections, [&] { *connections = new Connections({sinks_.begin(), sinks_.end()}); });
 }
 
 HRESULT ConnectionPoints::QueryInterface(REFIID interfaceId, void** object) {
@@ -130,6 +133,7 @@ ULONG ConnectionPoints::Release() {
 }
 
 HRESULT ConnectionPoints::Next(ULONG count, IConnectionPoint** points, ULONG* fetched) {
+  if (points == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
   ULONG given = 0;
   for (; given < count && position_ < list_.size(); ++given, ++position_) {
     points[given] = list_[position_].Get();
@@ -152,8 +156,8 @@ HRESULT ConnectionPoints::Reset() {
 
 HRESULT ConnectionPoints::Clone(IEnumConnectionPoints** copy) {
   if (copy == nullptr) return E_POINTER;
-  *copy = new (std::nothrow) ConnectionPoints(list_, position_);
-  return *copy != nullptr ? S_OK : E_OUTOFMEMORY;
+  *copy = nullptr;
+  return guarded(IID_IEnumConnectionPoints, [&] { *copy = new ConnectionPoints(list_, position_); });
 }
 
 void EventPoint::raise(DISPID method, DISPPARAMS& arguments) {

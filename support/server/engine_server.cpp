@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/create_network_engine.h"
+#include "hosts/automation/safe_array.h"
 #include "mervane/runtime_errors.h"
 #include "support/server/guarded.h"
 #include "support/server/server_ids.h"
@@ -18,31 +19,28 @@ HRESULT guarded(Body&& body) {
 
 template <class Body>
 HRESULT answer(LONG* result, Body&& body) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return refusedPointer(engineInterfaceId);
   return guarded([&] { *result = body(); });
 }
 
 /// Direct sight of the elements of a one-dimensional array while it lives.
 template <class Element>
-class ArrayView {
+class VectorView {
  public:
-  ArrayView(SAFEARRAY** array, VARTYPE type) : array_(array == nullptr ? nullptr : *array) {
-    VARTYPE found = VT_EMPTY;
-    if (array_ == nullptr || SafeArrayGetDim(array_) != 1 || FAILED(SafeArrayGetVartype(array_, &found)) ||
-        found != type || FAILED(SafeArrayAccessData(array_, &data_))) {
-      raise(runtime::typeMismatch);
-    }
+  VectorView(SAFEARRAY** array, VARTYPE type) : view_(given(array), type) {
+    if (view_.bounds().size() != 1) raise(runtime::typeMismatch);
   }
-  ~ArrayView() { SafeArrayUnaccessData(array_); }
-  ArrayView(const ArrayView&) = delete;
-  ArrayView& operator=(const ArrayView&) = delete;
   [[nodiscard]] std::span<const Element> elements() const {
-    return {static_cast<const Element*>(data_), array_->rgsabound[0].cElements};
+    return {view_.as<Element>(), static_cast<std::size_t>(view_.bounds().front().count())};
   }
 
  private:
-  SAFEARRAY* array_;
-  void* data_ = nullptr;
+  static SAFEARRAY* given(SAFEARRAY** array) {
+    if (array == nullptr || *array == nullptr) raise(runtime::typeMismatch);
+    return *array;
+  }
+
+  automation::SafeArrayView view_;
 };
 
 }  // namespace
@@ -85,7 +83,7 @@ ULONG EngineServer::Release() {
 HRESULT EngineServer::Create(LONG layerCount, LONG inputCount, SAFEARRAY** neuronCounts, double initialWeights,
                              LONG activationFunction) {
   return guarded([&] {
-    const ArrayView<LONG> given(neuronCounts, VT_I4);
+    const VectorView<LONG> given(neuronCounts, VT_I4);
     const std::vector<std::int32_t> counts(given.elements().begin(), given.elements().end());
     engine_->Create(static_cast<std::int32_t>(layerCount), static_cast<std::int32_t>(inputCount), counts,
                     initialWeights, static_cast<std::int32_t>(activationFunction));
@@ -125,14 +123,14 @@ HRESULT EngineServer::SetWeight(double value, LONG layer, LONG first, LONG secon
 
 HRESULT EngineServer::SetInputs(SAFEARRAY** sample) {
   return guarded([&] {
-    const ArrayView<double> values(sample, VT_R8);
+    const VectorView<double> values(sample, VT_R8);
     engine_->SetInputs(values.elements());
   });
 }
 
 HRESULT EngineServer::SetConvexInputs(SAFEARRAY** sample, double convexFactor, LONG layer) {
   return guarded([&] {
-    const ArrayView<double> values(sample, VT_R8);
+    const VectorView<double> values(sample, VT_R8);
     engine_->SetConvexInputs(values.elements(), convexFactor, static_cast<std::int32_t>(layer));
   });
 }

@@ -23,12 +23,17 @@ HRESULT guarded(REFIID interfaceId, Body&& body) noexcept {
   } catch (const Failure& failure) {
     return com::report(failure, interfaceId);
   } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
+    return com::report(E_OUTOFMEMORY, "Out of memory", interfaceId);
   } catch (const std::exception& unforeseen) {
-    return com::report(Failure(static_cast<std::int32_t>(E_UNEXPECTED), unforeseen.what()), interfaceId);
+    return com::report(E_UNEXPECTED, unforeseen.what(), interfaceId);
   } catch (...) {
-    return E_UNEXPECTED;
+    return com::report(E_UNEXPECTED, "Unexpected failure", interfaceId);
   }
+}
+
+/// A null pointer where the call needs a place to read or to write is the caller's mistake, and told as one.
+inline HRESULT refusedPointer(REFIID interfaceId) noexcept {
+  return com::report(E_POINTER, "A pointer that this call needs is null.", interfaceId);
 }
 
 }  // namespace mervane::server

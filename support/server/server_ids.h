@@ -21,12 +21,12 @@ inline constexpr GUID earlierEventInterfaceId = {
 inline constexpr GUID engineClassId = {0x1981245B, 0x7DE1, 0x45D9, {0x94, 0xE5, 0x26, 0xB4, 0xF0, 0xA1, 0x0C, 0x06}};
 inline constexpr GUID engineInterfaceId = {
     0x7C5986F4, 0x177E, 0x4CCF, {0xBC, 0x4E, 0xDF, 0x71, 0x8F, 0x6D, 0xC7, 0xA2}};
-
 /// The spreadsheet application's own interface, by its published id.
 inline constexpr GUID applicationInterfaceId = {0x000208D5, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 inline constexpr wchar_t className[] = L"MervaneClass3.Classifier3";
 inline constexpr long nextEpochId = 1;
 inline constexpr long excelApplicationId = 0x6803000C;
+inline constexpr long inputsId = 0x6803000B;
 
 }  // namespace mervane::server

@@ -66,6 +66,18 @@ TEST(Creation, OneClassIsOfferedAndNoOther) {
   EXPECT_NE(factory.Get(), nullptr);
 }
 
+TEST(Creation, AnInterfaceThatThereIsNotLeavesNothingAlive) {
+  ServerLibrary library(MERVANE_SERVER);
+  ASSERT_EQ(library.canUnloadNow(), S_OK);
+  ComPtr<IClassFactory> factory;
+  ASSERT_EQ(library.classObject(server::classId, IID_IClassFactory, reinterpret_cast<void**>(factory.GetAddressOf())),
+            S_OK);
+  void* made = &library;
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IPersist, &made), E_NOINTERFACE);
+  EXPECT_EQ(made, nullptr);
+  EXPECT_EQ(library.canUnloadNow(), S_OK);
+}
+
 TEST(Creation, TheFactoryMakesNoPartsOfOtherObjects) {
   ServerLibrary library(MERVANE_SERVER);
   ComPtr<IClassFactory> factory;
