@@ -18,6 +18,20 @@ HRESULT guarded(Body&& body) {
 }
 
 template <class Body>
+HRESULT guardedBlock(const void* values, std::int64_t valueCount, const void* each, std::int32_t count, Body&& body) {
+  if (valueCount < 0 || count < 0) return com::report(E_INVALIDARG, "A count is negative.", sampleBlocksInterfaceId);
+  if ((values == nullptr && valueCount > 0) || (each == nullptr && count > 0)) {
+    return refusedPointer(sampleBlocksInterfaceId);
+  }
+  return server::guarded(sampleBlocksInterfaceId, std::forward<Body>(body));
+}
+
+template <class Element>
+std::span<Element> blockOf(Element* first, std::int64_t count) {
+  return {first, static_cast<std::size_t>(count)};
+}
+
+template <class Body>
 HRESULT answer(LONG* result, Body&& body) {
   if (result == nullptr) return refusedPointer(engineInterfaceId);
   return guarded([&] { *result = body(); });
@@ -61,6 +75,8 @@ HRESULT EngineServer::QueryInterface(REFIID interfaceId, void** object) {
   *object = nullptr;
   if (interfaceId == IID_IUnknown || interfaceId == engineInterfaceId) {
     *object = static_cast<INetworkEngine*>(this);
+  } else if (interfaceId == sampleBlocksInterfaceId && engine_->blocks() != nullptr) {
+    *object = static_cast<ISampleBlocks*>(this);
   } else if (interfaceId == IID_ISupportErrorInfo) {
     *object = static_cast<ISupportErrorInfo*>(this);
   } else {
@@ -151,8 +167,31 @@ HRESULT EngineServer::DestroyNetwork() {
   return guarded([&] { engine_->DestroyNetwork(); });
 }
 
+HRESULT EngineServer::Learn(const double* values, std::int64_t valueCount, std::int32_t count) {
+  return guardedBlock(values, valueCount, this, count,
+                      [&] { engine_->blocks()->learn(blockOf(values, valueCount), count); });
+}
+
+HRESULT EngineServer::LearnConvex(const double* values, std::int64_t valueCount, const double* factors,
+                                  std::int32_t count) {
+  return guardedBlock(values, valueCount, factors, count,
+                      [&] { engine_->blocks()->learnConvex(blockOf(values, valueCount), blockOf(factors, count)); });
+}
+
+HRESULT EngineServer::Classify(const double* values, std::int64_t valueCount, std::int32_t* winners,
+                               std::int32_t count) {
+  return guardedBlock(values, valueCount, winners, count,
+                      [&] { engine_->blocks()->classify(blockOf(values, valueCount), blockOf(winners, count)); });
+}
+
+HRESULT EngineServer::ClassifyConvex(const double* values, std::int64_t valueCount, std::int32_t* winners,
+                                     std::int32_t count) {
+  return guardedBlock(values, valueCount, winners, count,
+                      [&] { engine_->blocks()->classifyConvex(blockOf(values, valueCount), blockOf(winners, count)); });
+}
+
 HRESULT EngineServer::InterfaceSupportsErrorInfo(REFIID interfaceId) {
-  return interfaceId == engineInterfaceId ? S_OK : S_FALSE;
+  return interfaceId == engineInterfaceId || interfaceId == sampleBlocksInterfaceId ? S_OK : S_FALSE;
 }
 
 }  // namespace mervane::server

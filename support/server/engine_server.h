@@ -9,11 +9,13 @@
 
 #include "component/network_engine/network_engine.h"
 #include "support/server/module.h"
+#include "support/server/sample_blocks_interface.h"
 
 namespace mervane::server {
 
-/// The network engine as a class of the component model: one call of its interface for one call of the engine.
-class EngineServer final : public INetworkEngine, public ISupportErrorInfo {
+/// The network engine as a class of the component model: one call of its interface for one call of the engine, and
+/// blocks of samples for callers of its own apartment.
+class EngineServer final : public INetworkEngine, public ISampleBlocks, public ISupportErrorInfo {
  public:
   /// What the class factory calls.
   static HRESULT create(REFIID interfaceId, void** object);
@@ -39,6 +41,15 @@ class EngineServer final : public INetworkEngine, public ISupportErrorInfo {
   HRESULT STDMETHODCALLTYPE GetWinner(LONG* winner) override;
   HRESULT STDMETHODCALLTYPE AdjustWeights() override;
   HRESULT STDMETHODCALLTYPE DestroyNetwork() override;
+
+  // ISampleBlocks
+  HRESULT STDMETHODCALLTYPE Learn(const double* values, std::int64_t valueCount, std::int32_t count) override;
+  HRESULT STDMETHODCALLTYPE LearnConvex(const double* values, std::int64_t valueCount, const double* factors,
+                                        std::int32_t count) override;
+  HRESULT STDMETHODCALLTYPE Classify(const double* values, std::int64_t valueCount, std::int32_t* winners,
+                                     std::int32_t count) override;
+  HRESULT STDMETHODCALLTYPE ClassifyConvex(const double* values, std::int64_t valueCount, std::int32_t* winners,
+                                           std::int32_t count) override;
 
   // ISupportErrorInfo
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID interfaceId) override;

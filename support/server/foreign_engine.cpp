@@ -10,6 +10,7 @@
 #include "component/network_engine/network_engine.h"
 #include "mervane/runtime_errors.h"
 #include "platform/com/failure_conversion.h"
+#include "support/server/sample_blocks_interface.h"
 #include "support/server/server_ids.h"
 
 using Microsoft::WRL::ComPtr;
@@ -41,9 +42,14 @@ class CallArray {
 };
 
 /// A network engine of the component model behind the engine port: one call for one call.
-class ForeignEngine : public NetworkEngine {
+///
+/// OPTIMIZATION: ours takes blocks of samples. An array made for each call and five calls for each sample would take
+/// many times as long as the learning.
+class ForeignEngine : public NetworkEngine, public SampleBlocks {
  public:
-  explicit ForeignEngine(ComPtr<INetworkEngine> engine) : engine_(std::move(engine)) {}
+  explicit ForeignEngine(ComPtr<INetworkEngine> engine) : engine_(std::move(engine)) {
+    engine_->QueryInterface(sampleBlocksInterfaceId, reinterpret_cast<void**>(blocks_.GetAddressOf()));
+  }
 
   void Create(std::int32_t layerCount, std::int32_t inputCount, std::span<const std::int32_t> neuronCounts,
               double initialWeights, std::int32_t activationFunction) override {
@@ -77,8 +83,29 @@ class ForeignEngine : public NetworkEngine {
   }
   void AdjustWeights() override { check(engine_->AdjustWeights()); }
   void DestroyNetwork() override { check(engine_->DestroyNetwork()); }
+  [[nodiscard]] SampleBlocks* blocks() noexcept override { return blocks_ != nullptr ? this : nullptr; }
+
+  void learn(std::span<const double> samples, std::int32_t count) override {
+    checkBlock(blocks_->Learn(samples.data(), lengthOf(samples), count));
+  }
+  void learnConvex(std::span<const double> samples, std::span<const double> convexFactors) override {
+    checkBlock(blocks_->LearnConvex(samples.data(), lengthOf(samples), convexFactors.data(),
+                                    static_cast<std::int32_t>(convexFactors.size())));
+  }
+  void classify(std::span<const double> samples, std::span<std::int32_t> winners) override {
+    checkBlock(blocks_->Classify(samples.data(), lengthOf(samples), winners.data(),
+                                 static_cast<std::int32_t>(winners.size())));
+  }
+  void classifyConvex(std::span<const double> samples, std::span<std::int32_t> winners) override {
+    checkBlock(blocks_->ClassifyConvex(samples.data(), lengthOf(samples), winners.data(),
+                                       static_cast<std::int32_t>(winners.size())));
+  }
 
  private:
+  static std::int64_t lengthOf(std::span<const double> samples) { return static_cast<std::int64_t>(samples.size()); }
+  void checkBlock(HRESULT result) const {
+    if (FAILED(result)) throw com::failureOf(result, blocks_.Get(), sampleBlocksInterfaceId);
+  }
   void check(HRESULT result) const {
     if (FAILED(result)) throw com::failureOf(result, engine_.Get(), engineInterfaceId);
   }
@@ -90,6 +117,7 @@ class ForeignEngine : public NetworkEngine {
   }
 
   ComPtr<INetworkEngine> engine_;
+  ComPtr<ISampleBlocks> blocks_;  ///< null where the engine knows single samples alone
 };
 
 }  // namespace

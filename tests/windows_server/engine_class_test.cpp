@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "support/server/sample_blocks_interface.h"
 #include "tests/windows_server/client.h"
 #include "tests/windows_server/window_user.h"
 
@@ -17,8 +18,9 @@ Value someRows() {
 }
 
 /// An engine that notes what it is told. It answers the winner 1 and lives where it is declared.
-class RecordingEngine final : public INetworkEngine, public ISupportErrorInfo {
+class RecordingEngine final : public INetworkEngine, public server::ISampleBlocks, public ISupportErrorInfo {
  public:
+  explicit RecordingEngine(bool takesBlocks = false) : takesBlocks_(takesBlocks) {}
   virtual ~RecordingEngine() = default;
   std::vector<std::string> calls;
   HRESULT adjusting = S_OK;
@@ -30,6 +32,8 @@ class RecordingEngine final : public INetworkEngine, public ISupportErrorInfo {
       *object = static_cast<ISupportErrorInfo*>(this);
     } else if (interfaceId == IID_IUnknown || interfaceId == server::engineInterfaceId) {
       *object = static_cast<INetworkEngine*>(this);
+    } else if (takesBlocks_ && interfaceId == server::sampleBlocksInterfaceId) {
+      *object = static_cast<server::ISampleBlocks*>(this);
     } else {
       return E_NOINTERFACE;
     }
@@ -90,6 +94,24 @@ class RecordingEngine final : public INetworkEngine, public ISupportErrorInfo {
     return adjusting;
   }
   HRESULT STDMETHODCALLTYPE DestroyNetwork() override { return note("DestroyNetwork"); }
+  HRESULT STDMETHODCALLTYPE Learn(const double* values, std::int64_t valueCount, std::int32_t count) override {
+    return note("Learn " + std::to_string(count) + ":" + textOf(values, valueCount));
+  }
+  HRESULT STDMETHODCALLTYPE LearnConvex(const double* values, std::int64_t valueCount, const double* factors,
+                                        std::int32_t count) override {
+    return note("LearnConvex " + std::to_string(count) + ":" + textOf(values, valueCount) + " with" +
+                textOf(factors, count));
+  }
+  HRESULT STDMETHODCALLTYPE Classify(const double* values, std::int64_t valueCount, std::int32_t* winners,
+                                     std::int32_t count) override {
+    std::fill(winners, winners + count, 1);
+    return note("Classify " + std::to_string(count) + ":" + textOf(values, valueCount));
+  }
+  HRESULT STDMETHODCALLTYPE ClassifyConvex(const double* values, std::int64_t valueCount, std::int32_t* winners,
+                                           std::int32_t count) override {
+    std::fill(winners, winners + count, 1);
+    return note("ClassifyConvex " + std::to_string(count) + ":" + textOf(values, valueCount));
+  }
 
  private:
   HRESULT note(std::string call) {
@@ -109,6 +131,13 @@ class RecordingEngine final : public INetworkEngine, public ISupportErrorInfo {
     }
     return lower == 0 ? text : "(not zero-based)";
   }
+  static std::string textOf(const double* values, std::int64_t count) {
+    std::string text;
+    for (std::int64_t i = 0; i < count; ++i) text += " " + std::to_string(values[i]);
+    return text;
+  }
+
+  bool takesBlocks_;
 };
 
 /// Serves one engine under the engine's class id in this process while it lives.
@@ -173,6 +202,32 @@ TEST(EngineClass, TheWeightsAreSetCellByCellWithoutTheConvexMode) {
                                       "FinishWeightSetup", "SetInputs 7.000000 70.000000 ", "Propagate", "GetWinner"}));
 }
 
+TEST(EngineClass, AnEngineThatTakesBlocksIsCalledOnceForManySamples) {
+  const auto callsOf = [](VARIANT_BOOL convex) {
+    RecordingEngine engine(true);
+    {
+      const Serving serving(engine);
+      const Classifier classifier;
+      classifier->put_EpochCount(1);
+      classifier->put_UseConvexCombination(convex);
+      classifier->put_Inputs(*grid(1, 1, {{1, 10}, {9, 90}}).get());
+      EXPECT_EQ(classifier->Run(), S_OK);
+      EXPECT_EQ(outputsOf(classifier.get()), (Numbers{1, {2, 2}}));
+    }
+    EXPECT_EQ(engine.references, 1U);
+    return engine.calls;
+  };
+  EXPECT_EQ(callsOf(VARIANT_TRUE),
+            (std::vector<std::string>{"Create 1 2 3 0.300000 3", "InitConvexWeights", "SetLearningRate 0.000000",
+                                      "SetRadius 0",
+                                      "LearnConvex 2: 0.001000 0.001000 0.999000 0.999000 with 3.000000 4.500000",
+                                      "ClassifyConvex 2: 0.001000 0.001000 0.999000 0.999000", "DestroyNetwork"}));
+  const std::vector<std::string> plain = callsOf(VARIANT_FALSE);
+  ASSERT_GE(plain.size(), 3U);
+  EXPECT_EQ(plain[plain.size() - 3], "Learn 2: 0.001000 0.001000 0.999000 0.999000");
+  EXPECT_EQ(plain[plain.size() - 2], "Classify 2: 0.001000 0.001000 0.999000 0.999000");
+}
+
 TEST(EngineClass, AFailingCallIsReportedWithItsNumberAndText) {
   RecordingEngine engine;
   engine.adjusting = static_cast<HRESULT>(0x80041234);
@@ -217,7 +272,7 @@ TEST(EngineClass, TheShippedServerGivesTheResultsOfTheBuiltInOne) {
   EXPECT_EQ(outputsOf(classifier.get()), builtIn);
 }
 
-TEST(EngineClass, TheShippedServerRefusesWhatIsNoSample) {
+TEST(EngineClass, TheShippedServerTakesBlocksAndRefusesWhatIsNoSample) {
   ServerLibrary library(MERVANE_ENGINE_SERVER);
   ComPtr<IClassFactory> factory;
   ASSERT_EQ(
@@ -227,6 +282,31 @@ TEST(EngineClass, TheShippedServerRefusesWhatIsNoSample) {
   ASSERT_EQ(
       factory->CreateInstance(nullptr, server::engineInterfaceId, reinterpret_cast<void**>(engine.GetAddressOf())),
       S_OK);
+  // Many samples at once, where the caller knows how to ask.
+  ComPtr<server::ISampleBlocks> blocks;
+  ASSERT_EQ(engine->QueryInterface(server::sampleBlocksInterfaceId, reinterpret_cast<void**>(blocks.GetAddressOf())),
+            S_OK);
+  const double numbers[] = {0.1, 0.2, 0.3};
+  std::int32_t winner = -7;
+  EXPECT_TRUE(FAILED(blocks->Learn(numbers, 2, 1)));  // There is no network yet.
+  SAFEARRAY* counts = SafeArrayCreateVector(VT_I4, 0, 1);
+  const Value countsOwner(counts, VT_I4);
+  *static_cast<LONG*>(counts->pvData) = 2;
+  ASSERT_EQ(engine->Create(1, 2, &counts, 0.3, 3), S_OK);
+  ASSERT_EQ(engine->InitConvexWeights(), S_OK);
+  EXPECT_EQ(blocks->Learn(numbers, 2, 1), S_OK);
+  EXPECT_TRUE(FAILED(blocks->Learn(numbers, 3, 1)));
+  EXPECT_EQ(blocks->Learn(numbers, -2, 1), E_INVALIDARG);
+  EXPECT_EQ(blocks->Learn(nullptr, 2, 1), E_POINTER);
+  EXPECT_EQ(blocks->LearnConvex(numbers, 2, nullptr, 1), E_POINTER);
+  EXPECT_EQ(blocks->LearnConvex(numbers, 2, numbers, -1), E_INVALIDARG);
+  EXPECT_EQ(blocks->Classify(numbers, 2, nullptr, 1), E_POINTER);
+  EXPECT_EQ(blocks->Classify(numbers, 2, &winner, 1), S_OK);
+  EXPECT_TRUE(winner == 0 || winner == 1) << winner;
+  EXPECT_EQ(blocks->ClassifyConvex(nullptr, 2, &winner, 1), E_POINTER);
+  blocks.Reset();
+  ASSERT_EQ(engine->DestroyNetwork(), S_OK);
+
   EXPECT_EQ(engine->SetInputs(nullptr), static_cast<HRESULT>(0x800A000D));
   SAFEARRAY* integers = SafeArrayCreateVector(VT_I4, 0, 2);
   const Value owner(integers, VT_I4);
