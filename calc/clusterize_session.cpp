@@ -10,10 +10,14 @@
 
 #include "calc/border.h"
 #include "calc/explained_messages.h"
+#include "calc/proposal.h"
 #include "calc/references.h"
+#include "calc/remembered_ranges.h"
+#include "calc/run_refusal.h"
 #include "calc/run_watch.h"
 #include "calc/silent_run.h"
 #include "calc/window/dialog_closer.h"
+#include "calc/window/message.h"
 #include "checks/refusal.h"
 #include "engine/create_network_engine.h"
 #include "hosts/book/book_cells.h"
@@ -31,7 +35,6 @@ namespace {
 /// The session that is on, on the main thread alone; it keeps itself alive by being a listener of its document.
 ClusterizeSession* running = nullptr;
 
-constexpr const char* messageTitle = "Mervane";
 constexpr const char* inputsTitle = "Mervane: pick the numbers to cluster";
 constexpr const char* outputsTitle = "Mervane: pick the first cell of the results";
 
@@ -60,10 +63,8 @@ void ClusterizeSession::start(const Office& office, const uno::Reference<star::f
     const std::string refusal = "A clustering is already open. Finish it or close its dialog first.";
     if (!request.silent) {
       // While a range is picked, the menu can be used; an entry of it that did nothing would be a riddle.
-      OfficeDesk desk;
-      desk.office = office;
-      desk.parent.set(frame->getContainerWindow(), uno::UNO_QUERY);
-      atBorder([&] { showMessage(desk, messageTitle, refusal); });
+      const uno::Reference<awt::XWindowPeer> parent(frame->getContainerWindow(), uno::UNO_QUERY);
+      atBorder([&] { showMessage(office, parent, awt::MessageBoxType_ERRORBOX, refusal); });
     }
     finished({.done = false, .message = refusal});
     return;
@@ -107,9 +108,14 @@ void ClusterizeSession::guarded(const std::function<void()>& work) {
   });
   if (trouble.empty()) return;
   if (!request_.silent && !closer_->isClosed()) {
-    atBorder([&] { showMessage(desk(), messageTitle, trouble); });
+    atBorder([&] { tell(trouble); });
   }
   finish({.done = false, .message = trouble});
+}
+
+void ClusterizeSession::tell(const std::string& text) {
+  const uno::Reference<awt::XWindowPeer> parent(frame_->getContainerWindow(), uno::UNO_QUERY);
+  showMessage(office_, parent, awt::MessageBoxType_ERRORBOX, text);
 }
 
 OfficeDesk ClusterizeSession::desk() {
@@ -121,7 +127,9 @@ OfficeDesk ClusterizeSession::desk() {
     if (watch_) watch_->begin();
   };
   desk.closer = closer_;
-  desk.readReference = [document = document_](const std::string& typed) { return componentReference(document, typed); };
+  desk.gate = {
+      .readReference = [document = document_](const std::string& typed) { return componentReference(document, typed); },
+      .refusalOf = [document = document_](const platform::OptionItems& items) { return runRefusal(document, items); }};
   return desk;
 }
 
@@ -136,7 +144,12 @@ void ClusterizeSession::open() {
                   "This document is open for reading only. Switch Edit > Edit Mode on, or save it by another name.");
   }
   services_ = officeServices(desk());
-  if (request_.silent) makeSilent(*services_, withReadReferences(request_.options, document_), report_);
+  if (request_.silent) {
+    makeSilent(*services_, withReadReferences(request_.options, document_), report_, [this](const auto& items) {
+      const auto refusal = runRefusal(document_, items);
+      return refusal ? refusal->sentence : std::string();
+    });
+  }
   services_->messageBox = explainedMessages(services_->messageBox, [this](const std::string& one) { return why(one); });
   globals::platform(services_);
   host_ = std::make_unique<calc::CalcHost>(office_.context, document_);
@@ -147,10 +160,16 @@ void ClusterizeSession::open() {
   classifier_->ExcelApplication(host_->application());
   watch_ = std::make_unique<RunWatch>(office_, frame_, document_, *classifier_);
   if (request_.silent) return;
-  const auto proposal = proposeFromSelection(document_);
-  if (!proposal) return;
-  classifier_->CellInputs(proposal->inputs);
-  if (!proposal->outputs.empty()) classifier_->CellOutputs(proposal->outputs);
+  propose();
+}
+
+/// What the dialog remembers may name ranges of another document, so that a selection without numbers leaves the
+/// references of this one's last run, or none.
+void ClusterizeSession::propose() {
+  Ranges ranges = rememberedRanges(document_).value_or(Ranges{});
+  if (const auto proposal = proposeFromSelection(document_)) ranges = {proposal->inputs, proposal->outputs};
+  classifier_->CellInputs(ranges.inputs);
+  classifier_->CellOutputs(ranges.outputs);
 }
 
 /// Where the trouble lies that the component tells of.
@@ -183,6 +202,7 @@ std::string ClusterizeSession::showOnce() {
   };
   const Ending ending{*this};
   const std::string answer = classifier_->ShowMainForm();
+  if (hasRun_ && !request_.silent) rememberRanges(document_, {classifier_->CellInputs(), classifier_->CellOutputs()});
   watch_->end([&] { host_->flush(); });
   return answer;
 }
@@ -241,8 +261,7 @@ void ClusterizeSession::notify(const uno::Any& data) {
 
 void ClusterizeSession::take(bool inputs, const std::string& picked) {
   if (pickedElsewhere_) {
-    return showMessage(desk(), messageTitle,
-                       picked + " was picked in another document. Pick a range of the one that Mervane was opened in.");
+    return tell(picked + " was picked in another document. Pick a range of the one that Mervane was opened in.");
   }
   const std::string reference = componentReference(document_, picked);
   if (inputs) classifier_->CellInputs(reference);

@@ -70,8 +70,10 @@ class ClusterizeSession final
   ~ClusterizeSession() override;
 
   void guarded(const std::function<void()>& work);
+  void tell(const std::string& text);
   [[nodiscard]] OfficeDesk desk();
   void open();
+  void propose();
   [[nodiscard]] std::string why(const std::string& message) const;
   void showUntilPick();
   [[nodiscard]] std::string showOnce();

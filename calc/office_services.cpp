@@ -2,10 +2,7 @@
 
 #include <dlfcn.h>
 
-#include <com/sun/star/awt/MessageBoxButtons.hpp>
 #include <com/sun/star/awt/MessageBoxResults.hpp>
-#include <com/sun/star/awt/MessageBoxType.hpp>
-#include <com/sun/star/awt/XMessageBoxFactory.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
@@ -13,6 +10,7 @@
 
 #include "calc/border.h"
 #include "calc/window/error_window.h"
+#include "calc/window/message.h"
 #include "calc/window/option_window.h"
 #include "mervane/failure.h"
 #include "mervane/runtime_errors.h"
@@ -23,14 +21,6 @@ namespace mervane::addin {
 
 namespace {
 
-sal_Int16 execute(const OfficeDesk& desk, awt::MessageBoxType type, sal_Int32 buttons, const std::string& title,
-                  const std::string& text) {
-  const auto factory = desk.office.create<awt::XMessageBoxFactory>("com.sun.star.awt.Toolkit");
-  const uno::Reference<awt::XMessageBox> box(
-      factory->createMessageBox(desk.parent, type, buttons, toOffice(title), toOffice(text)), uno::UNO_SET_THROW);
-  return box->execute();
-}
-
 class OfficeMessageBox final : public platform::MessageBox {
  public:
   explicit OfficeMessageBox(OfficeDesk desk) : desk_(std::move(desk)) {}
@@ -38,11 +28,11 @@ class OfficeMessageBox final : public platform::MessageBox {
   Answer show(const std::string& text, Buttons buttons) override {
     try {
       if (buttons == Buttons::ok) {
-        execute(desk_, awt::MessageBoxType_WARNINGBOX, awt::MessageBoxButtons::BUTTONS_OK, {}, text);
+        showMessage(desk_.office, desk_.parent, awt::MessageBoxType_WARNINGBOX, text);
         return Answer::ok;
       }
-      switch (
-          execute(desk_, awt::MessageBoxType_ERRORBOX, awt::MessageBoxButtons::BUTTONS_ABORT_IGNORE_RETRY, {}, text)) {
+      switch (showMessage(desk_.office, desk_.parent, awt::MessageBoxType_ERRORBOX, text,
+                          awt::MessageBoxButtons::BUTTONS_ABORT_IGNORE_RETRY)) {
         case awt::MessageBoxResults::RETRY:
           return Answer::retry;
         case awt::MessageBoxResults::IGNORE:
@@ -116,16 +106,12 @@ posix::Environment environmentOf(const Office& office) {
 
 }  // namespace
 
-void showMessage(const OfficeDesk& desk, const std::string& title, const std::string& text) {
-  execute(desk, awt::MessageBoxType_ERRORBOX, awt::MessageBoxButtons::BUTTONS_OK, title, text);
-}
-
 std::shared_ptr<platform::Services> officeServices(const OfficeDesk& desk) {
   auto services = std::make_shared<platform::Services>(posix::makePosixServices(environmentOf(desk.office)));
   services->messageBox = std::make_shared<OfficeMessageBox>(desk);
   services->screen = std::make_shared<OfficeScreen>(desk.runBegins);
   services->createOptionWindow = [desk] {
-    return createOptionWindow(desk.office, desk.parent, desk.closer, desk.readReference);
+    return createOptionWindow(desk.office, desk.parent, desk.closer, desk.gate);
   };
   services->createErrorWindow = [desk] { return createErrorWindow(desk.office, desk.parent, desk.closer); };
   return services;

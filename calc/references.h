@@ -27,13 +27,4 @@ namespace mervane::addin {
 [[nodiscard]] std::string pickerText(const uno::Reference<star::frame::XModel>& document,
                                      const star::table::CellRangeAddress& range);
 
-/// What the selection proposes to be clustered: the selected range, or for one cell the block of numbers around it.
-/// Results of an earlier run are no such numbers, and the next run is proposed to write over them.
-struct Proposal {
-  std::string inputs;
-  std::string outputs;
-};
-/// Empty where the selection has no numbers.
-[[nodiscard]] std::optional<Proposal> proposeFromSelection(const uno::Reference<star::frame::XModel>& document);
-
 }  // namespace mervane::addin

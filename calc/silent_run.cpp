@@ -85,13 +85,16 @@ std::string enter(HeadlessOptionWindow& window, const std::string& key, const st
 
 }  // namespace
 
-void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report) {
+void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report,
+                const std::function<std::string(const platform::OptionItems& items)>& refusalOf) {
   const auto user = std::make_shared<platform::HeadlessUser>();
-  user->atNextShowing([options, &report](HeadlessOptionWindow& window) {
+  user->atNextShowing([options, &report, refusalOf](HeadlessOptionWindow& window) {
     for (const auto& [key, value] : options) {
       report = enter(window, key, toText(value, globals::locale()));
       if (!report.empty()) return;  // The window is closed then.
     }
+    if (refusalOf) report = refusalOf(window.options());
+    if (!report.empty()) return;
     window.press("CLASSIFY");
   });
   services.createOptionWindow = platform::headlessOptionWindows(user);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "mervane/variant.h"
+#include "platform/option_item.h"
 #include "platform/services.h"
 
 namespace mervane::addin {
@@ -15,6 +17,8 @@ using EnteredOptions = std::vector<std::pair<std::string, Variant>>;
 /// Has the services ask nobody: the dialog's window is not seen, the options are entered in it and "Clusterize" is
 /// pressed; messages go to `report`, and failures are aborted and reported there too.
 /// @param report outlives the services; it keeps the first thing that is told
-void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report);
+/// @param refusalOf asked when all is entered: what keeps the run from beginning, or nothing
+void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report,
+                const std::function<std::string(const platform::OptionItems& items)>& refusalOf = {});
 
 }  // namespace mervane::addin

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "checks/proposed_numbers.h"
 #include "cli/text_display.h"
 
 namespace mervane::cli {
@@ -60,7 +61,7 @@ std::string columnsText(const std::vector<std::string>& columns) {
 
 std::optional<OpenBook::Place> proposedInputs(OpenBook& book) {
   const std::string sheet = book.activeSheetName();
-  const auto block = book.numericBlock(sheet);
+  const auto block = checks::proposedNumbers(book, sheet);
   if (!block) return std::nullopt;
   return OpenBook::Place{sheet, *block};
 }

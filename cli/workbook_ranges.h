@@ -15,7 +15,7 @@ using checks::lastReferenceColumn;
 using checks::lastReferenceRow;
 using checks::referenceOf;
 
-/// The one rectangular block of numbers on the active sheet.
+/// The one rectangular block of numbers on the active sheet, without columns that only count its rows.
 [[nodiscard]] std::optional<hosts::OpenBook::Place> proposedInputs(hosts::OpenBook& book);
 /// A free cell beside the inputs for the listing: in their first row, one column apart from whatever stands on the
 /// sheet. Nothing where that is beyond column ZZ, the last that a reference may name.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "checks/cluster_count.h"
 #include "checks/refusal.h"
 #include "cli/problem.h"
 #include "cli/talk.h"
@@ -86,6 +87,7 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
   services_.user_->atNextShowing([&](platform::HeadlessOptionWindow& window) {
     try {
       if (const auto refusal = enter(entries, window, globals::locale(), talk_)) throw *refusal;
+      requireFittingClusterCount(window);
       beforeRun(textOf(window, "INPUTS"), textOf(window, "OUTPUTS"), window.options().Item("SORTCLUSTERS").Checked);
       window.press("CLASSIFY");
     } catch (...) {
@@ -103,6 +105,16 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
   ClusterRun run = owned.outcome(watch);
   run.ignoredFailures = services_.answers_.ignored();
   return run;
+}
+
+void WorkbookSession::requireFittingClusterCount(const platform::HeadlessOptionWindow& window) {
+  const auto place = book_.find(textOf(window, "INPUTS"));
+  // What is wrong with a reference is told by the component's own check.
+  if (!place || !book_.find(textOf(window, "OUTPUTS"))) return;
+  const std::int32_t clusters = toInt32(window.options().Item("CLUSTERS").Value, globals::locale());
+  const std::string trouble =
+      checks::clusterCountTrouble(clusters, place->area.rows(), window.options().Item("DRAWCHARTS").Checked);
+  if (!trouble.empty()) throw Problem(ExitStatus::usage, "--clusters: " + trouble);
 }
 
 void WorkbookSession::refuse(Classifier3& classifier) {

@@ -40,6 +40,7 @@ class DialogShell {
   [[nodiscard]] static Control controlIn(const Control& container, const std::string& name);
   [[nodiscard]] const uno::Reference<awt::XWindow>& window() const { return window_; }
   [[nodiscard]] uno::Reference<awt::XTopWindow> topWindow() const;
+  [[nodiscard]] uno::Reference<awt::XWindowPeer> peer() const { return dialog_->getPeer(); }
   /// Whether it is the window of the office that keys go to.
   [[nodiscard]] bool hasKeyboard() const;
 

@@ -10,6 +10,7 @@
 #include "calc/window/button_bar.h"
 #include "calc/window/desk_lock.h"
 #include "calc/window/dialog_closer.h"
+#include "calc/window/message.h"
 #include "calc/window/option_rows.h"
 #include "calc/window/window_listener.h"
 #include "platform/mnemonics.h"
@@ -35,8 +36,8 @@ constexpr int highestFirstClient = 640;
 class OptionWindow final : public platform::OptionWindow {
  public:
   OptionWindow(const Office& office, const uno::Reference<awt::XWindowPeer>& parent,
-               std::shared_ptr<DialogCloser> closer, ReferenceReader readReference)
-      : office_(office), parent_(parent), closer_(std::move(closer)), readReference_(std::move(readReference)) {}
+               std::shared_ptr<DialogCloser> closer, EntryGate gate)
+      : office_(office), parent_(parent), closer_(std::move(closer)), gate_(std::move(gate)) {}
   ~OptionWindow() override;
 
   void load(const std::string& caption, const OptionItems& options, const OptionItems& buttons,
@@ -62,6 +63,7 @@ class OptionWindow final : public platform::OptionWindow {
   bool finishEditor();
   bool finishEditor(const OptionItem& item);
   void pressButton(const std::string& key);
+  [[nodiscard]] bool isRefused();
   void runOnce();
   void askToClose();
   [[nodiscard]] int lastPosition() const { return std::max(contentHeight_ - static_cast<int>(area_.Height), 0); }
@@ -69,7 +71,7 @@ class OptionWindow final : public platform::OptionWindow {
   Office office_;
   uno::Reference<awt::XWindowPeer> parent_;
   std::shared_ptr<DialogCloser> closer_;
-  ReferenceReader readReference_;
+  EntryGate gate_;
   const OptionItems* options_ = nullptr;
   const OptionItems* buttonItems_ = nullptr;
   OptionWindowEvents* events_ = nullptr;
@@ -346,16 +348,25 @@ bool OptionWindow::finishEditor(const OptionItem& item) {
   if (finishing_ || !rows_->isModified(item)) return true;
   finishing_ = true;
   std::string text = rows_->typedText(item);
-  if (readReference_ && item.kind == OptionKind::editWithBrowse) text = readReference_(text);
+  if (gate_.readReference && item.kind == OptionKind::editWithBrowse) text = gate_.readReference(text);
   const bool accepted = events_->edited(item.Key, text);
   rows_->revert(item);
   finishing_ = false;
   return accepted;
 }
 
+bool OptionWindow::isRefused() {
+  const auto refusal = gate_.refusalOf ? gate_.refusalOf(*options_) : std::nullopt;
+  if (!refusal) return false;
+  showMessage(office_, shell_->peer(), awt::MessageBoxType_WARNINGBOX, refusal->sentence);
+  rows_->focus(options_->Item(refusal->key));
+  return true;
+}
+
 void OptionWindow::pressButton(const std::string& key) {
   // A refused entry is not passed over: the user sees the earlier value again before anything is done with it.
   if (!finishEditor()) return;
+  if (key == "CLASSIFY" && isRefused()) return;
   events_->buttonClicked(key);
 }
 
@@ -363,9 +374,8 @@ void OptionWindow::pressButton(const std::string& key) {
 
 std::unique_ptr<platform::OptionWindow> createOptionWindow(const Office& office,
                                                            const uno::Reference<awt::XWindowPeer>& parent,
-                                                           std::shared_ptr<DialogCloser> closer,
-                                                           ReferenceReader readReference) {
-  return std::make_unique<OptionWindow>(office, parent, std::move(closer), std::move(readReference));
+                                                           std::shared_ptr<DialogCloser> closer, EntryGate gate) {
+  return std::make_unique<OptionWindow>(office, parent, std::move(closer), std::move(gate));
 }
 
 }  // namespace mervane::addin

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "hosts/workbook/workbook_host.h"
 #include "tests/cli/made_book.h"
 #include "tests/cli/program_run.h"
@@ -17,7 +19,10 @@ class WorkbookRefusals : public testing::Test {
 
   Outcome cluster(const std::string& inputs, const std::string& outputs, const std::vector<std::string>& more = {}) {
     Start start;
-    start.arguments = {"cluster", book, "--inputs", inputs, "--outputs", outputs, "-k", "2", "-o", out};
+    start.arguments = {"cluster", book, "--inputs", inputs, "--outputs", outputs, "-o", out};
+    const std::vector<std::string> two{"-k", "2"};
+    const bool tellsClusters = std::ranges::count(more, "-k") > 0;
+    if (!tellsClusters) start.arguments.insert(start.arguments.end(), two.begin(), two.end());
     start.arguments.insert(start.arguments.end(), more.begin(), more.end());
     return runProgram(start);
   }
@@ -292,6 +297,32 @@ TEST_F(Settings, KeepThePlaceOfTheRealWindowThroughRunsWithoutOne) {
   const std::string after = run({"settings"}).out;
   EXPECT_NE(after.find("left=1200\n"), std::string::npos) << after;
   EXPECT_EQ(after.find("width="), std::string::npos) << after;
+}
+
+TEST_F(WorkbookRefusals, MoreClustersThanRowsAreRefusedBeforeTheRun) {
+  MadeBook{{{"1", "2"}, {"3", "4.5"}, {"7", "6"}}, {}}.write(book);
+  const Outcome outcome = cluster("Data!A1:B3", "Data!D1", {"-k", "4"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_NE(outcome.err.find("mervane: error: --clusters: 4 clusters cannot be made of 3 rows; give 2 to 3\n"),
+            std::string::npos)
+      << outcome.err;
+  EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(WorkbookRefusals, TheProposedNumbersAreWithoutColumnsThatCountTheRowsAndWithoutHeadings) {
+  MadeBook{{{"No.", "length", "width", "note"},
+            {"", "cm", "cm", ""},
+            {"1", "5.5", "2", "a"},
+            {"2", "3.5", "9", "b"},
+            {"3", "4.5", "1", "c"}},
+           {}}
+      .write(book);
+  Start start;
+  start.arguments = {"cluster", book, "-k", "2", "-o", out, "--yes"};
+  const Outcome outcome = runProgram(start);
+  EXPECT_NE(outcome.err.find("Data!B3:C5"), std::string::npos) << outcome.err;
+  start.arguments = {"sheets", book};
+  EXPECT_NE(runProgram(start).out.find("numbers    Data!B3:C5\n"), std::string::npos);
 }
 
 }  // namespace

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "hosts/book/book_cells.h"
+
+namespace mervane::checks {
+
+/// The numbers of a sheet that are proposed to be clustered: its largest block of nothing but numbers, of which columns
+/// that only count the rows are left out. Nothing where there is no one such block.
+[[nodiscard]] std::optional<sheet::CellArea> proposedNumbers(hosts::BookCells& book, std::string_view sheet);
+
+}  // namespace mervane::checks
