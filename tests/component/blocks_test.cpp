@@ -247,5 +247,58 @@ TEST_F(Blocks, ARunOfDoublesWithoutScalingTakesTheClientsOwnArray) {
   EXPECT_EQ(watching->lastBlock, first);
 }
 
+TEST_F(Blocks, AreUsedForEverySampleOfEveryPassAndOfTheResultsInEveryRun) {
+  for (const bool convex : {true, false}) {
+    for (const std::int32_t columns : {1, 2}) {
+      const auto watching = std::make_shared<RecordingEngine>();
+      watching->offersBlocks = true;
+      const auto object = make(watching);
+      object->UseConvexCombination(convex);
+      object->EpochCount(2);
+      Array<double> array({Bounds{5, 14}, Bounds{0, columns - 1}});
+      array.elements()[3] = 1.0;
+      object->Inputs(array);
+      for (const int run : {1, 2}) {
+        object->Run();
+        EXPECT_EQ(watching->blockCalls, run * 3);
+        EXPECT_EQ(watching->blockSamples, static_cast<std::size_t>(run * 3 * 10));
+      }
+    }
+  }
+}
+
+TEST_F(Blocks, AreNotUsedInARunWhoseNetworkCouldNotBeBuiltAfterOneWhoseCould) {
+  const auto watching = std::make_shared<RecordingEngine>();
+  watching->offersBlocks = true;
+  const auto object = make(watching);
+  object->EpochCount(1);
+  object->Inputs(grid<double>({{1.0}, {3.0}}));
+  object->Run();
+  EXPECT_EQ(watching->blockCalls, 2);
+  watching->failing = {static_cast<int>(watching->calls.size()) + 1};
+  object->Run();
+  EXPECT_EQ(watching->blockCalls, 2);
+}
+
+TEST_F(Blocks, AreNotUsedForRowsWithoutColumnsOrArraysOfOneDimension) {
+  const auto watching = std::make_shared<RecordingEngine>();
+  watching->offersBlocks = true;
+  const auto object = make(watching);
+  object->EpochCount(1);
+  object->Inputs(Array<double>({Bounds{1, 2}, Bounds{1, 0}}));
+  object->Run();
+  EXPECT_THAT(dialog->reports, testing::IsEmpty());
+  EXPECT_THAT(watching->callsOf("SetConvexInputs("), SizeIs(4));
+
+  static_cast<void>(tests::failureOf([&] { object->Inputs(Array<double>({Bounds{1, 1}})); }));
+  object->EpochCount(0);
+  dialog->answers.assign(10, "IGNORE");
+  object->Run();
+  // The column count in CreateNetwork, then that of the row's results; an empty sample is no failure.
+  EXPECT_THAT(dialog->reports, SizeIs(2));
+  EXPECT_EQ(watching->calls.back(), "GetWinner()");
+  EXPECT_EQ(watching->blockCalls, 0);
+}
+
 }  // namespace
 }  // namespace mervane

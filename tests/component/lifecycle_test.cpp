@@ -52,6 +52,34 @@ TEST_F(Lifecycle, EachConstructionSetsTheHandlerUpAgain) {
   EXPECT_EQ(handler.ErrorLogFile(), "Error Log.txt");
 }
 
+TEST_F(Lifecycle, ConstructionPushesItsKeyBeforeItSetsTheHandlerUp) {
+  // Tracing that an earlier user switched on sees the entry, and no more: the set-up switches it off.
+  globals::errorHandler().Init(ehaMessageBox, "x", false, true, tfLogFile, "trace");
+  make(std::make_shared<RecordingEngine>());
+  EXPECT_THAT(machine.textFiles->content("trace"),
+              testing::EndsWith(" --- Entered routine: MervaneClass3.Classifier3.Class_Initialize\r\n"));
+}
+
+TEST_F(Lifecycle, EachConstructionSetsTheSupportAddressOfTheDeployment) {
+  globals::errorHandler().SupportMail("somebody@example.org");
+  make(std::make_shared<RecordingEngine>());
+  EXPECT_EQ(globals::errorHandler().SupportMail(), MERVANE_SUPPORT_MAIL);
+}
+
+TEST_F(Lifecycle, TheEngineIsMadeWhenTheDialogAndItsBackReferenceAreInPlace) {
+  dialog->answers = {"ABORT"};
+  auto one = Classifier3::create({[&]() -> std::shared_ptr<NetworkEngine> {
+    EXPECT_EQ(globals::errorHandler().ErrorHandlerActions(), ehaErrorForm);
+    throw Failure(429, "cannot create");
+  }});
+  one->CellInputs("A1");
+  EXPECT_EQ(one->CellInputs(), "A1");
+  const std::weak_ptr<Classifier3> watch = one;
+  one.reset();
+  ASSERT_FALSE(watch.expired()) << "its dialog refers to it";
+  watch.lock()->UnloadfrmMain();
+}
+
 TEST_F(Lifecycle, ConstructionCallsNothingOnTheEngine) {
   EXPECT_THAT(engine->calls, IsEmpty());
 }
@@ -132,6 +160,52 @@ TEST_F(Lifecycle, UnloadfrmMainDestroysTheNetworkOnce) {
   made.clear();
   classifier.reset();
   EXPECT_THAT(engine->calls, SizeIs(1)) << "destruction finds the fields empty";
+}
+
+TEST_F(Lifecycle, UnloadfrmMainDestroysTheNetworkWhileTheDialogIsStillThere) {
+  std::string during = "not called";
+  classifier->CellInputs("A1:B2");
+  engine->beforeCall = [&](const std::string&) { during = classifier->CellInputs(); };
+  classifier->UnloadfrmMain();
+  EXPECT_EQ(during, "A1:B2");
+}
+
+TEST_F(Lifecycle, UnloadfrmMainTakesTheBackReferenceFromADialogThatIsStillUp) {
+  long taken = 0;
+  user->atNextShowing([&](platform::HeadlessOptionWindow& window) {
+    const long before = classifier.use_count();
+    classifier->UnloadfrmMain();
+    taken = before - classifier.use_count();
+    window.press("CLOSE");
+  });
+  static_cast<void>(failureOf([&] { static_cast<void>(classifier->ShowMainForm()); }));
+  EXPECT_EQ(taken, 1);
+}
+
+TEST_F(Lifecycle, DestructionLetsGoOfTheDialogFirstAndThenDestroysTheNetwork) {
+  // The close box unloads the dialog, and with it goes the reference that keeps the object alive.
+  user->atNextShowing([](platform::HeadlessOptionWindow& window) { window.close(); });
+  EXPECT_EQ(classifier->ShowMainForm(), "CLOSE");
+  std::optional<Failure> during;
+  engine->beforeCall = [&, object = classifier.get()](const std::string&) {
+    during = failureOf([&] { static_cast<void>(object->CellInputs()); });
+  };
+  made.clear();
+  classifier.reset();
+  EXPECT_THAT(engine->calls, ElementsAre("DestroyNetwork()"));
+  EXPECT_THAT(during, IsFailure(91, "Object variable or With block variable not set", ""))
+      << "the dialog is gone by then";
+  EXPECT_EQ(engine.use_count(), 1);
+}
+
+TEST_F(Lifecycle, DestructionIgnoresAFailingEngine) {
+  user->atNextShowing([](platform::HeadlessOptionWindow& window) { window.close(); });
+  EXPECT_EQ(classifier->ShowMainForm(), "CLOSE");
+  engine->failing = {1};
+  made.clear();
+  classifier.reset();
+  EXPECT_THAT(engine->calls, SizeIs(1));
+  EXPECT_THAT(dialog->reports, IsEmpty());
 }
 
 TEST_F(Lifecycle, UnloadfrmMainIgnoresAFailingEngine) {

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <limits>
 
 #include "mervane/runtime_errors.h"
@@ -279,10 +280,26 @@ TEST_F(Properties, ScaleValueGivesTheLowerEndForARangeOfOnePoint) {
 }
 
 TEST_F(Properties, ScaleValueKeepsTheOrderOfItsOperations) {
-  const volatile double one = 1.0;
-  const double value = 0.7;
-  EXPECT_EQ(classifier->ScaleValue(value, 0.1, 0.9, 0.001, 0.999),
-            (value * one - 0.1) / (0.9 * one - 0.1) * (0.999 * one - 0.001) + 0.001);
+  // Both scaled sides first, 5 x 0.998 over 13 or 5 times 0.998 over 13, give 0.38484615384615384.
+  EXPECT_EQ(classifier->ScaleValue(5, 0, 13, 0.001, 0.999), 0.3848461538461539);
+}
+
+TEST_F(Properties, ScaleValueGivesADestinationOfOnePointWhateverTheSourceIs) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(classifier->ScaleValue(5, -infinity, infinity, 7, 7), 7);
+}
+
+TEST_F(Properties, AnEqualValueDoesNotTakeThePlaceOfARangesEnd) {
+  classifier->Inputs(grid<double>({{0.0}, {-0.0}}));
+  EXPECT_FALSE(std::signbit(classifier->getMinValue(0)));
+  EXPECT_FALSE(std::signbit(classifier->getMaxValue(0)));
+}
+
+TEST_F(Properties, AnArrayWithoutRowsAndColumnsIsTakenBecauseNoElementIsAskedFor) {
+  classifier->Inputs(Array<double>({Bounds{1, 0}, Bounds{1, 0}}));
+  EXPECT_EQ(classifier->GetSamplesCount(), 0);
+  EXPECT_EQ(classifier->GetColumnsCount(), 0);
+  EXPECT_EQ(classifier->getMaxValue(0), 0.0);
 }
 
 }  // namespace

@@ -111,6 +111,7 @@ std::vector<std::string> RecordingEngine::callsOf(const std::string& beginning) 
 void RecordingEngine::learn(std::span<const double> samples, std::int32_t count) {
   ++blockCalls;
   lastBlock = samples.data();
+  blockSamples += static_cast<std::size_t>(count);
   const std::size_t length = samples.size() / static_cast<std::size_t>(count);
   for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
     SetInputs(samples.subspan(i * length, length));
@@ -122,6 +123,7 @@ void RecordingEngine::learn(std::span<const double> samples, std::int32_t count)
 void RecordingEngine::learnConvex(std::span<const double> samples, std::span<const double> convexFactors) {
   ++blockCalls;
   lastBlock = samples.data();
+  blockSamples += convexFactors.size();
   const std::size_t length = samples.size() / convexFactors.size();
   for (std::size_t i = 0; i < convexFactors.size(); ++i) {
     SetConvexInputs(samples.subspan(i * length, length), convexFactors[i], 0);
@@ -133,6 +135,7 @@ void RecordingEngine::learnConvex(std::span<const double> samples, std::span<con
 void RecordingEngine::classify(std::span<const double> samples, std::span<std::int32_t> winners) {
   ++blockCalls;
   lastBlock = samples.data();
+  blockSamples += winners.size();
   const std::size_t length = samples.size() / winners.size();
   for (std::size_t i = 0; i < winners.size(); ++i) {
     SetInputs(samples.subspan(i * length, length));
@@ -144,6 +147,7 @@ void RecordingEngine::classify(std::span<const double> samples, std::span<std::i
 void RecordingEngine::classifyConvex(std::span<const double> samples, std::span<std::int32_t> winners) {
   ++blockCalls;
   lastBlock = samples.data();
+  blockSamples += winners.size();
   const std::size_t length = samples.size() / winners.size();
   for (std::size_t i = 0; i < winners.size(); ++i) {
     SetConvexInputs(samples.subspan(i * length, length), 1.0, 0);

@@ -27,6 +27,7 @@ class RecordingEngine : public NetworkEngine, private SampleBlocks {
   std::function<std::int32_t(const std::vector<double>& sample)> winner;
   bool offersBlocks = false;
   int blockCalls = 0;
+  std::size_t blockSamples = 0;       ///< in all blocks together
   const double* lastBlock = nullptr;  ///< where the samples of the last block lay
   std::int32_t weightRows = 0;        ///< by Create: the units
   std::int32_t weightColumns = 0;
