@@ -54,6 +54,18 @@ TEST_F(References, DoubledApostropheInTheSheetBecomesOne) {
   EXPECT_EQ(split("'It''s'!A1"), (Split{true, "It's", "A1", ""}));
 }
 
+TEST_F(References, AnApostropheAtOneEndOfTheSheetAloneBelongsToItsName) {
+  excel.addWorksheet("'Data");
+  excel.addWorksheet("Data'");
+  EXPECT_EQ(split("'Data!A1"), (Split{true, "'Data", "A1", ""}));
+  EXPECT_EQ(split("Data'!A1"), (Split{true, "Data'", "A1", ""}));
+}
+
+TEST_F(References, ASheetNameMayBeOneCharacter) {
+  excel.addWorksheet("x");
+  EXPECT_EQ(split("x!A1"), (Split{true, "x", "A1", ""}));
+}
+
 TEST_F(References, UnknownSheetEmptiesTheOutTexts) {
   EXPECT_EQ(split("Nowhere!A1:B2"), emptied());
 }
@@ -94,6 +106,10 @@ TEST_F(References, ASingleApostropheAsSheetIsAComponentFailure) {
 TEST_F(References, ARowTooLongForAnIntegerIsAComponentFailure) {
   expectComponentFailure("SplitRangeReference", [&] { static_cast<void>(split("A99999999999")); });
   expectComponentFailure("SplitRangeReference", [&] { static_cast<void>(split("A1:B2147483648")); });
+}
+
+TEST_F(References, ABadFirstRowIsRefusedBeforeTheSecondIsLookedAt) {
+  EXPECT_EQ(split("A0:B99999999999"), untouched());
 }
 
 TEST_F(References, AWorkbookThatCannotBeAskedIsAComponentFailure) {
@@ -149,6 +165,12 @@ TEST_F(References, ClosingApostropheBehindAWorkbookStaysAndFindsNoSheet) {
   excel.convertFormula = [](const std::string&) { return Variant("'[Book 1]Sheet 1'!A1"); };
   EXPECT_EQ(mTools::ReferenceToA1(excel.application(), "x"), "Sheet 1'!A1");
   EXPECT_EQ(split("x"), emptied());
+}
+
+TEST_F(References, OnlyWhatStandsUpToTheFirstClosingBracketIsDropped) {
+  excel.referenceStyle = sheet::referenceStyleR1C1;
+  excel.convertFormula = [](const std::string&) { return Variant("[Book]1]Sheet]1!A1"); };
+  EXPECT_EQ(mTools::ReferenceToA1(excel.application(), "x"), "1]Sheet]1!A1");
 }
 
 TEST_F(References, ConversionPassesTheTextAndBothStyles) {

@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/fake_object.h"
 #include "tests/tools/tools_fixture.h"
 
 namespace mervane::tests {
@@ -148,6 +149,17 @@ TEST_F(Transfer, OneRowIsAlwaysRepeated) {
   EXPECT_TRUE(repeated("A1:C1"));
 }
 
+TEST_F(Transfer, TextsOfTheFirstColumnAreRepeatedOnlyAsTheSameTexts) {
+  excel.fill("A1", {{"7"}, {"7"}, {"7"}});
+  EXPECT_TRUE(repeated("A1:A3"));
+  excel.fill("A1", {{"7"}, {"7"}, {"7.0"}});
+  EXPECT_FALSE(repeated("A1:A3"));
+  excel.fill("A1", {{"7"}, {7.0}});
+  EXPECT_FALSE(repeated("A1:A2")) << "a number is below any text";
+  excel.fill("A1", {{""}, {Variant()}});
+  EXPECT_TRUE(repeated("A1:A2"));
+}
+
 TEST_F(Transfer, EmptyCellEqualsZero) {
   excel.fill("A1", {{Variant()}, {0.0}});
   EXPECT_TRUE(repeated("A1:A2"));
@@ -157,6 +169,19 @@ TEST_F(Transfer, ValuesThatCannotBeComparedFailTheRepetitionTest) {
   excel.fill("A1", {{1.0}, {ErrorValue{2042}}});
   expectComponentFailure("RepeatedInputs", [&] { static_cast<void>(repeated("A1:A2")); });
   expectComponentFailure("RepeatedInputs", [&] { static_cast<void>(repeated("nonsense")); });
+}
+
+TEST_F(Transfer, ARangeWithoutColumnsRepeatsNothing) {
+  auto columns = std::make_shared<FakeObject>();
+  columns->handlers[sheet::member::NewEnum] = [](auto, auto) {
+    return asValue(std::make_shared<FakeEnumerator>(std::vector<sheet::ObjectRef>{}));
+  };
+  auto range = std::make_shared<FakeObject>();
+  range->parts[sheet::member::Columns] = columns;
+  auto host = std::make_shared<FakeObject>();
+  host->handlers[sheet::member::Range] = [&](auto, auto) { return asValue(range); };
+  std::string reference = "A1";
+  EXPECT_FALSE(mTools::RepeatedInputs(sheet::Application(host), reference));
 }
 
 TEST_F(Transfer, RepetitionTestLooksAtTheFirstColumnAlone) {
