@@ -100,6 +100,35 @@ TEST_F(OutputCharts, TestsOfAShapeWhoseFailureIsIgnoredCountAsTrue) {
   }
 }
 
+TEST_F(OutputCharts, AChartThatSaysItHasNoTitleStaysEvenIfItsTitleCanBeReadAndIsOurs) {
+  for (const char* title : {"Clusters weights", "Clusters profiles"}) {
+    excel.addChart(title)->handlers[sheet::member::HasTitle] = [](auto, auto) { return Variant(false); };
+  }
+  print(listingAlone());
+  EXPECT_EQ(titles(), (Texts{"Clusters weights", "Clusters profiles"}));
+}
+
+TEST_F(OutputCharts, AChartIsMadeBehindTheLabelsOfItsBlockAndBeforeItsFrameAndTheMoveOfTheCursor) {
+  fillExample();
+  for (const Plan& plan : {profilesAlone(), weightsAlone()}) {
+    Recorder record(excel.object(), FakeSheet::nameOf);
+    print(plan, record.object());
+    const Texts& calls = record.calls();
+    const auto position = [&](auto begin, auto end, const std::string& part) {
+      return std::find_if(begin, end, [&](const std::string& call) { return call.find(part) != std::string::npos; });
+    };
+    const auto chart = position(calls.begin(), calls.end(), "call Charts.Add");
+    ASSERT_NE(chart, calls.end());
+    EXPECT_NE(position(calls.begin(), chart, "put E8.Value"), chart) << "the label of the last cluster stands";
+    EXPECT_EQ(position(chart, calls.end(), "put E8."), calls.end());
+    EXPECT_EQ(position(calls.begin(), chart, "Borders("), chart);
+    EXPECT_NE(position(chart, calls.end(), "Borders("), calls.end());
+    EXPECT_EQ(position(calls.begin(), chart, "AutoFit"), chart);
+    EXPECT_EQ(position(calls.begin(), chart, "Offset(2, 0)"), chart);
+    EXPECT_NE(position(chart, calls.end(), "get B7:E7.Offset(2, 0)"), calls.end());
+  }
+}
+
 TEST_F(OutputCharts, OldChartsAreTestedWithoutAnEarlyExit) {
   excel.addChart("Clusters weights");
   Recorder record(excel.object(), FakeSheet::nameOf);

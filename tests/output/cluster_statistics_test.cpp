@@ -56,6 +56,17 @@ TEST_F(ClusterStatistics, ClusterWithoutMembersIsMarkedAndWeighsNothing) {
   EXPECT_EQ(fills("B8:E8"), (Fills{50, 50, 50, 50}));
 }
 
+TEST_F(ClusterStatistics, EachRowOfABlockBelongsToItsOwnCluster) {
+  excel.fill("B2", {{1.0}, {10.0}, {3.0}, {20.0}, {4.0}});
+  print({.input = "B2:B6", .result = {1, 3, 1, 3, 2}, .clusters = 3, .charts = false});
+  EXPECT_EQ(excel.values("B7:B9"), (Values{2.0, 4.0, 15.0}));
+  const double mean = 38.0 / 5.0;
+  EXPECT_EQ(excel.values("B10:B12"), (Values{(2.0 - mean) / mean, (4.0 - mean) / mean, (15.0 - mean) / mean}));
+  EXPECT_EQ(excel.values("B13:B15"), (Values{1.0, 4.0, 10.0}));
+  EXPECT_EQ(excel.values("B16:B18"), (Values{3.0, 4.0, 20.0}));
+  EXPECT_EQ(excel.values("B19:B21"), (Values{0.4, 0.2, 0.4}));
+}
+
 TEST_F(ClusterStatistics, DeviationIsAShareOfTheColumnsMean) {
   excel.fill("B2", {{1.0}, {2.0}, {6.0}});
   print(only(&Plan::weightedAverages, "B2:B4", {1, 1, 2}, 2));
