@@ -38,6 +38,15 @@ TEST_F(TextFiles, AppendingCreatesTheFileAndAddsToItsEnd) {
   EXPECT_EQ(TemporaryFolder::contentOf(file), "first\r\nzweite Zeile: \u00FC\r\n");
 }
 
+TEST_F(TextFiles, ATextOfAnyLengthAndContentIsWrittenAsItStands) {
+  const std::string file = folder.file("log.txt");
+  const std::string odd = std::string("100% \\n \"x\"\t\0\r\n", 15);
+  const std::string large = std::string(100'000, 'x') + odd;
+  files.append(file, odd);
+  files.append(file, large);
+  EXPECT_EQ(TemporaryFolder::contentOf(file), odd + large);
+}
+
 TEST_F(TextFiles, ARelativePathIsTakenFromTheCurrentDirectoryOfTheMoment) {
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(folder.path());

@@ -95,6 +95,7 @@ std::int32_t MemoryKeyStore::check(Handle key, std::uint32_t right) const {
 
 std::int32_t MemoryKeyStore::RegOpenKeyExA(std::uint32_t root, const std::string& path, std::uint32_t options,
                                            std::uint32_t accessMask, Handle& key) {
+  accessMasks.push_back(accessMask);
   if (script.due("keyStore.open " + path)) return failingAnswer;
   if (!roots_.contains(root)) return invalidHandle;
   if (options != 0) return invalidParameter;
@@ -106,6 +107,7 @@ std::int32_t MemoryKeyStore::RegOpenKeyExA(std::uint32_t root, const std::string
 
 std::int32_t MemoryKeyStore::RegCreateKeyExA(std::uint32_t root, const std::string& path, std::uint32_t accessMask,
                                              Handle& key, std::uint32_t& disposition) {
+  accessMasks.push_back(accessMask);
   if (script.due("keyStore.create " + path)) return failingAnswer;
   if (!roots_.contains(root)) return invalidHandle;
   constexpr std::uint32_t createdNew = 1;

@@ -60,6 +60,8 @@ class MemoryKeyStore : public platform::KeyStore {
   [[nodiscard]] bool hasKey(std::uint32_t root, const std::string& path) const;
   [[nodiscard]] std::size_t openHandles() const noexcept { return handles_.size(); }
 
+  /// The rights that each opening and making asked for, in their order.
+  std::vector<std::uint32_t> accessMasks;
   CallScript script;
   std::int32_t failingAnswer = accessDenied;
 

@@ -90,6 +90,14 @@ TEST_F(AppSettings, TheFirstSavingOfASectionMakesAllLevelsInOneCall) {
   EXPECT_EQ(machine.keyStore->text(path, "INPUTS"), "A1");
 }
 
+TEST_F(AppSettings, EachOperationAsksForTheRightsThatItIsToHave) {
+  save("INPUTS", "A1");
+  static_cast<void>(read("INPUTS"));
+  Array<std::string> keys;
+  settings.GetAllKeys("values", keys);
+  EXPECT_EQ(machine.keyStore->accessMasks, (std::vector<std::uint32_t>{63, 0x20019, 1}));
+}
+
 TEST_F(AppSettings, ASectionWithBackslashesNamesADeeperKey) {
   Variant value = "x";
   settings.SaveSetting(R"(values\deep)", "a", value);
