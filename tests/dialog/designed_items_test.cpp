@@ -196,6 +196,13 @@ TEST(DesignedItems, TenItemsKeepAWidthOfTheirOwnInTwips) {
   }
 }
 
+TEST(DesignedItems, SpacersAloneHaveNoAutomaticHeight) {
+  for (const OptionItem& item : dialog::designedOptions()) {
+    EXPECT_EQ(item.automaticHeight, item.kind != OptionKind::spacer) << item.Key;
+    for (const OptionItem& choice : item.SubItems) EXPECT_TRUE(choice.automaticHeight) << choice.Key;
+  }
+}
+
 TEST(DesignedItems, LooksAreThoseOfTheTemplate) {
   const OptionItems items = dialog::designedOptions();
   const std::set<std::string> alignedRight = {"INPUTS",
