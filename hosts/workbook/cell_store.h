@@ -33,7 +33,9 @@ struct Cell {
   std::uint32_t style = 0;
   std::uint16_t rowInBand = 0;  ///< from 0; kept by the CellStore alone
   CellKind kind = CellKind::empty;
-  bool hasExtras = false;  ///< attributes or elements that we only keep; see CellStore::extras
+  bool hasExtras : 1 = false;  ///< attributes or elements that we only keep; see CellStore::extras
+  /// A number that was written as one since the cell got its format, so that it is no date, whatever its format says.
+  bool isPlainNumber : 1 = false;
 };
 static_assert(sizeof(Cell) == 16);
 

@@ -95,10 +95,10 @@ void Sheet::readSurroundings() {
   }
 }
 
-Variant Sheet::valueOf(CellKind kind, double number, std::uint64_t index, std::uint32_t style) const {
+Variant Sheet::valueOf(CellKind kind, double number, std::uint64_t index, bool asDate) const {
   switch (kind) {
     case CellKind::number:
-      if (shared_.styles.isDate(style)) return Date{shared_.from1904 ? number + days1904 : number};
+      if (asDate) return Date{shared_.from1904 ? number + days1904 : number};
       return number;
     case CellKind::boolean:
       return index != 0;
@@ -123,8 +123,8 @@ Variant Sheet::value(CellAddress at) {
   loaded();
   const Cell* cell = std::as_const(cells_).find(at);
   if (cell == nullptr) return {};
-  if (cell->kind == CellKind::number && !shared_.styles.isDate(cell->style)) return cell->number;
-  if (cell->kind != CellKind::formula) return valueOf(cell->kind, cell->number, cell->index, cell->style);
+  if (cell->kind == CellKind::number && !isDate(*cell)) return cell->number;
+  if (cell->kind != CellKind::formula) return valueOf(cell->kind, cell->number, cell->index, isDate(*cell));
   return cachedValue(at, *cell);
 }
 
@@ -135,16 +135,16 @@ Variant Sheet::cachedValue(CellAddress at, const Cell& cell) const {
            " holds a formula without a computed value. Open the workbook in the spreadsheet, let it calculate and save "
            "it.");
   }
-  return valueOf(formula.cachedKind, formula.number, formula.index, cell.style);
+  return valueOf(formula.cachedKind, formula.number, formula.index, isDate(cell));
 }
 
 Variant Sheet::valueOrEmpty(CellAddress at) {
   loaded();
   const Cell* cell = std::as_const(cells_).find(at);
   if (cell == nullptr) return {};
-  if (cell->kind != CellKind::formula) return valueOf(cell->kind, cell->number, cell->index, cell->style);
+  if (cell->kind != CellKind::formula) return valueOf(cell->kind, cell->number, cell->index, isDate(*cell));
   const Formula& formula = cells_.formulaOf(*cell);
-  return valueOf(formula.cachedKind, formula.number, formula.index, cell->style);
+  return valueOf(formula.cachedKind, formula.number, formula.index, isDate(*cell));
 }
 
 std::optional<std::string> Sheet::formula(CellAddress at) {
@@ -314,7 +314,11 @@ void Sheet::setValue(CellAddress at, const Variant& value) {
   }
   Cell& cell = makeCell(at);
   forgetOld(at, cell);
-  const auto number = [&](double one) { putNumber(cell, one); };
+  cell.isPlainNumber = false;
+  const auto number = [&](double one) {
+    putNumber(cell, one);
+    cell.isPlainNumber = value.kind() != Variant::Kind::date;
+  };
   switch (value.kind()) {
     case Variant::Kind::empty:
     case Variant::Kind::null:

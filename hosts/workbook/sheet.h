@@ -64,7 +64,9 @@ class Sheet {
   [[nodiscard]] FitCache& fitCache();
   [[nodiscard]] bool isLoaded() const noexcept { return loaded_; }
 
-  /// As Range.Value gives it: empty, number, text, boolean, error, or a date where the number format is one of dates.
+  /// As Range.Value gives it: empty, number, text, boolean, error, or a date where the number format is one of dates
+  /// and the number was not written as a plain one just before. Otherwise numbers that are put into cells of dates for
+  /// a while, as a sort by clusters does, would come back as dates, by 1462 days later where days count from 1904.
   /// Raises applicationDefined, naming the cell, for a formula that has no computed value.
   [[nodiscard]] Variant value(CellAddress at);
   /// The same, but such a formula is empty.
@@ -96,6 +98,7 @@ class Sheet {
           lastNew = change(cell.style);
         }
         cell.style = lastNew;
+        cell.isPlainNumber = false;
       }
     }
     markChanged();
@@ -127,7 +130,8 @@ class Sheet {
   }
   void load();
   void readSurroundings();
-  [[nodiscard]] Variant valueOf(CellKind kind, double number, std::uint64_t index, std::uint32_t style) const;
+  [[nodiscard]] bool isDate(const Cell& cell) const { return !cell.isPlainNumber && shared_.styles.isDate(cell.style); }
+  [[nodiscard]] Variant valueOf(CellKind kind, double number, std::uint64_t index, bool asDate) const;
   [[nodiscard]] Variant cachedValue(CellAddress at, const Cell& formulaCell) const;
   [[nodiscard]] Cell& makeCell(CellAddress at);
   void requireWritable(CellAddress at);

@@ -110,6 +110,7 @@ class RowMover {
     }
     cell.kind = from == nullptr ? CellKind::empty : from->cell.kind;
     cell.index = from == nullptr ? 0 : from->cell.index;
+    cell.isPlainNumber = from != nullptr && from->cell.isPlainNumber;
     return cell;
   }
 

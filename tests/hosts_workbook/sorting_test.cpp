@@ -111,6 +111,43 @@ TEST(Sort, FormatsAndHyperlinksOfTheKeyColumnStay) {
   EXPECT_NE(book.savedSheet().find("<hyperlink ref=\"A1\" location=\"one\"/>"), std::string::npos);
 }
 
+/// A run borrows the column beside its rows for the keys: it keeps the values, writes numbers, sorts, reads the numbers
+/// and puts the values back.
+TEST(Sort, ABorrowedColumnOfDatesGivesItsNumbersAndItsDatesBackInEitherCalendar) {
+  for (const char* calendar : {"0", "1"}) {
+    SCOPED_TRACE(calendar);
+    BookText text;
+    text.workbookProperties = "<workbookPr date1904=\"" + std::string(calendar) + "\"/>";
+    text.styles =
+        "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><cellXfs count=\"2\">"
+        "<xf numFmtId=\"0\"/><xf numFmtId=\"14\"/></cellXfs></styleSheet>";
+    text.sheet =
+        "<sheetData><row r=\"1\"><c r=\"A1\"><v>10</v></c><c r=\"B1\" s=\"1\"><v>41000</v></c></row>"
+        "<row r=\"2\"><c r=\"A2\"><v>20</v></c><c r=\"B2\" s=\"1\"><v>1</v></c></row>"
+        "<row r=\"3\"><c r=\"A3\"><v>30</v></c><c r=\"B3\"><v>7</v></c></row></sheetData>";
+    OpenBook book(text);
+    const std::vector<std::string> cells{"B1", "B2", "B3"};
+    std::vector<Variant> saved;
+    std::int32_t key = 3;
+    for (const std::string& cell : cells) {
+      saved.push_back(book.value(cell));
+      book.range(cell).Value(Variant(key--));
+    }
+    EXPECT_EQ(saved[0].kind(), Variant::Kind::date);
+    EXPECT_EQ(saved[2], Variant(7.0));
+    sort(book, "A1:B3", 2);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      EXPECT_EQ(book.value(cells[i]), Variant(static_cast<double>(i + 1)));
+      book.range(cells[i]).Value(saved[i]);
+      EXPECT_EQ(book.value(cells[i]), saved[i]);
+    }
+    const std::string sheet = book.savedSheet();
+    EXPECT_NE(sheet.find("<c r=\"A1\"><v>30</v></c><c r=\"B1\" s=\"1\"><v>41000</v></c>"), std::string::npos) << sheet;
+    EXPECT_NE(sheet.find("<c r=\"A2\"><v>20</v></c><c r=\"B2\" s=\"1\"><v>1</v></c>"), std::string::npos) << sheet;
+    EXPECT_NE(sheet.find("<c r=\"A3\"><v>10</v></c><c r=\"B3\"><v>7</v></c>"), std::string::npos) << sheet;
+  }
+}
+
 TEST(Sort, FormulasMoveAsTheyAreCopied) {
   // The example of the application's own documentation for what a sort does to references, one row further down.
   BookText text;
