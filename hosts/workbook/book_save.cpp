@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <string_view>
 
 #include "hosts/workbook/book.h"
 #include "hosts/workbook/case_fold.h"
@@ -123,8 +124,11 @@ void Book::writeStyles() {
 
 void Book::writeWorkbook() {
   if (shared_.valuesChanged) {
-    // Formulas that refer to what was written have old values; the spreadsheet computes them when it opens the file.
-    setAttribute(inOrder("calcPr"), "fullCalcOnLoad", "1");
+    // Formulas that refer to what was written have old values. The spreadsheet computes them when it opens the file,
+    // or, where the user has it calculate at a key only, says that they wait for the key.
+    const pugi::xml_node calculation = inOrder("calcPr");
+    const bool isManual = std::string_view(calculation.attribute("calcMode").value()) == "manual";
+    setAttribute(calculation, isManual ? "calcCompleted" : "fullCalcOnLoad", isManual ? "0" : "1");
     workbookChanged_ = true;
   }
   if (shared_.formulasChanged) {

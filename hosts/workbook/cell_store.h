@@ -53,6 +53,8 @@ struct Formula {
   std::int32_t sharedGroup = -1;
   /// The cells of an array formula or data table.
   std::optional<CellArea> area;
+  /// A table that the spreadsheet computes by putting values into other cells.
+  [[nodiscard]] bool isDataTable() const noexcept { return attributes.find(" t=\"dataTable\"") != std::string::npos; }
 };
 
 /// What one cell says beside its value and format.

@@ -50,9 +50,9 @@ void requireSortable(Sheet& sheet, const CellArea& area) {
     }
   }
   for (const Formula& formula : sheet.cells().formulas) {
-    if (formula.area && formula.area->cells() > 1 && formula.area->meets(area)) {
-      refuse(rows + a1(*formula.area) + " holds an array formula.");
-    }
+    if (!formula.area || !formula.area->meets(area)) continue;
+    if (formula.isDataTable()) refuse(rows + a1(*formula.area) + " holds a what-if table.");
+    if (formula.area->cells() > 1) refuse(rows + a1(*formula.area) + " holds an array formula.");
   }
   for (std::int32_t row = area.firstRow; row <= area.lastRow; ++row) {
     if (sheet.geometry().rowHeight(row) > 0.0) continue;

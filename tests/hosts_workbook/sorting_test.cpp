@@ -210,18 +210,26 @@ TEST(Sort, FormulasGoOnNamingTheCellsOfTheirRow) {
 }
 
 TEST(Sort, MergedCellsArraysAndHiddenRowsInTheWayAreRefusedAndNothingMoves) {
-  for (const std::string obstacle : {"merge", "array", "hidden row"}) {
+  for (const std::string obstacle : {"merge", "array", "what-if table", "hidden row"}) {
     BookText text = column({"<c><v>2</v></c>", "<c><v>1</v></c>"});
     if (obstacle == "merge") {
       text.sheet += "<mergeCells count=\"1\"><mergeCell ref=\"A2:B2\"/></mergeCells>";
     } else if (obstacle == "array") {
       text.sheet.replace(text.sheet.find("<c r=\"B1\">"), 10, "<c r=\"B1\"><f t=\"array\" ref=\"B1:B2\">A1:A2</f>");
+    } else if (obstacle == "what-if table") {
+      text.sheet.replace(text.sheet.find("<c r=\"B1\">"), 10,
+                         "<c r=\"B1\"><f t=\"dataTable\" ref=\"B1\" dt2D=\"1\" dtr=\"1\" r1=\"A1\" r2=\"A2\"/>");
     } else {
       text.sheet.replace(text.sheet.find("<row r=\"2\">"), 11, "<row r=\"2\" hidden=\"1\">");
     }
     OpenBook book(text);
     int number = 0;
-    failureOf([&] { sort(book, "A1:B2", 1); }, &number);
+    const std::string reason = failureOf([&] { sort(book, "A1:B2", 1); }, &number);
+    EXPECT_NE(reason.find(obstacle == "merge"        ? "merged"
+                          : obstacle == "hidden row" ? "row 2 is hidden"
+                                                     : obstacle),
+              std::string::npos)
+        << reason;
     EXPECT_EQ(number, 1004);
     EXPECT_EQ(book.value("A1"), Variant(2.0)) << obstacle;
   }

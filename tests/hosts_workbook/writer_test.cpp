@@ -56,6 +56,28 @@ TEST(Writer, ASaveWithoutChangesKeepsEveryByteOfEveryPart) {
   EXPECT_EQ(saved, readZip(book.path()));
 }
 
+TEST(Writer, AWorkbookThatIsCalculatedAtAKeyOnlyStaysSo) {
+  BookText text = rich();
+  text.workbookExtra = "<calcPr calcId=\"191029\" calcMode=\"manual\"/>";
+  OpenBook book(text);
+  book.range("D5").Value(Variant(2.5));
+  EXPECT_NE(
+      book.saved().at("xl/workbook.xml").find("<calcPr calcId=\"191029\" calcMode=\"manual\" calcCompleted=\"0\"/>"),
+      std::string::npos);
+}
+
+TEST(Writer, AnyOtherWorkbookIsCalculatedWhenItIsOpened) {
+  for (const char* mode : {"", " calcMode=\"auto\"", " calcMode=\"autoNoTable\""}) {
+    BookText text = rich();
+    text.workbookExtra = "<calcPr" + std::string(mode) + "/>";
+    OpenBook book(text);
+    book.range("D5").Value(Variant(2.5));
+    EXPECT_NE(book.saved().at("xl/workbook.xml").find("<calcPr" + std::string(mode) + " fullCalcOnLoad=\"1\"/>"),
+              std::string::npos)
+        << mode;
+  }
+}
+
 TEST(Writer, OtherPartsKeepTheirBytes) {
   BookText text = rich();
   text.more.emplace_back("xl/vbaProject.bin", std::string("\0\1\2macro", 8));
