@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "spreadsheet/cell_address.h"
@@ -78,12 +79,36 @@ struct AreaFacts {
   std::vector<CellArea> arrays;               ///< array formulas of several cells that meet it
 };
 
+/// Formulas and names, with the first of them by name.
+struct FormulaList {
+  struct Formula {
+    std::string place;  ///< "Data!B5", "the name Best"
+    std::string text;   ///< with its equals sign
+  };
+  std::int64_t count = 0;
+  std::vector<Formula> first;  ///< at most `mostNamed`
+  static constexpr std::size_t mostNamed = 3;
+
+  void add(Formula formula) {
+    if (++count <= static_cast<std::int64_t>(mostNamed)) first.push_back(std::move(formula));
+  }
+};
+
+/// What a sort of rows would stop at or tear apart.
+struct SortingFacts {
+  std::optional<std::int32_t> hiddenRow;  ///< the first one, where the sort does not move rows that are hidden
+  FormulaList moved;    ///< on the rows, and naming cells of other rows: they name others when they have moved
+  FormulaList outside;  ///< elsewhere, and naming some of the rows: other rows come there
+};
+
 /// What the rules ask of a workbook. Sheets are named; an unknown name raises subscriptOutOfRange.
 class BookFacts {
  public:
   virtual ~BookFacts() = default;
   [[nodiscard]] virtual SheetFacts sheetFacts(std::string_view sheet) = 0;
   [[nodiscard]] virtual AreaFacts areaFacts(std::string_view sheet, const CellArea& area) = 0;
+  /// @param rows what is sorted; the last column of it is borrowed for the sort.
+  [[nodiscard]] virtual SortingFacts sortingFacts(std::string_view sheet, const CellArea& rows) = 0;
 };
 
 }  // namespace mervane::guard

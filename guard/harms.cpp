@@ -119,7 +119,28 @@ class Search {
       add(HarmKind::array, Piece::sorting, true, sheet, array,
           "sorting would tear apart the array formula in " + placeOf(sheet, array));
     }
+    comingApart(rows);
     borrowedColumn();
+  }
+
+  /// Rows that the sort would not move, and formulas that would mean other cells than before.
+  void comingApart(const CellArea& rows) {
+    const std::string& sheet = plan_.inputSheet;
+    const SortingFacts facts = book_.sortingFacts(sheet, rows);
+    if (facts.hiddenRow) {
+      add(HarmKind::hidden, Piece::sorting, true, sheet, rows,
+          "sorting cannot move row " + std::to_string(*facts.hiddenRow) + " of " + quoted(sheet) +
+              ", which a filter or the user has hidden");
+    }
+    if (facts.moved.count > 0) {
+      add(HarmKind::formulas, Piece::sorting, false, sheet, rows,
+          "sorting moves formulas that name cells of other rows, which are other cells afterwards: " +
+              formulasText(facts.moved));
+    }
+    if (facts.outside.count > 0) {
+      add(HarmKind::formulas, Piece::sorting, false, sheet, rows,
+          "sorting puts other rows where formulas from outside look: " + formulasText(facts.outside));
+    }
   }
 
   /// Its contents come back as values.

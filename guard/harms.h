@@ -10,7 +10,20 @@
 namespace mervane::guard {
 
 /// What a harm is about.
-enum class HarmKind { inputs, listing, cells, formulas, chart, filter, table, pivotTable, array, merged, protection };
+enum class HarmKind {
+  inputs,
+  listing,
+  cells,
+  formulas,
+  chart,
+  filter,
+  table,
+  pivotTable,
+  array,
+  merged,
+  hidden,
+  protection
+};
 
 /// What of the plan does the harm, so that one can leave it out.
 enum class Piece { oldCharts, sorting, listing, filter, statistics, newCharts };

@@ -22,6 +22,15 @@ std::string quoted(std::string_view text) {
   return "\"" + std::string(text.substr(0, end)) + "...\"";
 }
 
+std::string formulasText(const FormulaList& formulas) {
+  std::string text;
+  for (const FormulaList::Formula& one : formulas.first) {
+    if (!text.empty()) text += ", ";
+    text += one.place + " " + quoted(one.text);
+  }
+  return formulas.count > static_cast<std::int64_t>(formulas.first.size()) ? text + ", ..." : text;
+}
+
 std::string cellsText(std::string_view sheet, const CellArea& area, const AreaFacts& facts) {
   constexpr std::size_t most = 5;
   const std::size_t shown = std::min(most, facts.filled.size());

@@ -13,6 +13,8 @@ namespace mervane::guard {
 [[nodiscard]] std::string placeOf(std::string_view sheet, CellAddress at);
 /// In double quotes, cut behind 40 bytes or so, never inside a character.
 [[nodiscard]] std::string quoted(std::string_view text);
+/// "Data!A3 "=B2", Data!A4 "=B3", ...".
+[[nodiscard]] std::string formulasText(const FormulaList& formulas);
 /// "3 cells of Data!B8:E22: B8 "Total", C8 "7", ...".
 [[nodiscard]] std::string cellsText(std::string_view sheet, const CellArea& area, const AreaFacts& facts);
 

@@ -29,6 +29,9 @@ class CalcBook final : public hosts::OpenBook {
   [[nodiscard]] guard::AreaFacts areaFacts(std::string_view sheet, const CellArea& area) override {
     return facts_.areaFacts(sheet, area);
   }
+  [[nodiscard]] guard::SortingFacts sortingFacts(std::string_view sheet, const CellArea& rows) override {
+    return facts_.sortingFacts(sheet, rows);
+  }
   void save(const std::filesystem::path& target, const hosts::UnfinishedFile& unfinished = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;
   [[nodiscard]] std::vector<std::string> sheetNames() const override { return cells_.sheetNames(); }

@@ -80,8 +80,8 @@ void Book::readSheets(const pugi::xml_node& root) {
 void Book::readNames(const pugi::xml_node& root) {
   for (const pugi::xml_node& node : childNamed(root, "definedNames")) {
     if (localName(node) != "definedName") continue;
-    names_.push_back({caseFolded(node.attribute("name").value()), node.text().get(),
-                      wholeNumber(node.attribute("localSheetId"), -1)});
+    const std::string name = node.attribute("name").value();
+    names_.push_back({name, caseFolded(name), node.text().get(), wholeNumber(node.attribute("localSheetId"), -1)});
   }
 }
 

@@ -40,6 +40,14 @@ class Book final : public ChartHost {
   /// Sets or, with an empty reference, removes a name of the sheet's own that people do not see.
   void setHiddenName(const Sheet& sheet, std::string_view name, const std::string& reference);
 
+  struct DefinedName {
+    std::string name;
+    std::string folded;
+    std::string reference;
+    std::int32_t tabPosition = -1;  ///< of the sheet it belongs to; -1 for the whole workbook
+  };
+  [[nodiscard]] const std::vector<DefinedName>& names() const noexcept { return names_; }
+
   void save(const std::filesystem::path& target, const UnfinishedFile& unfinished);
   /// Whether anything would be written differently.
   [[nodiscard]] bool changed() const;
@@ -63,11 +71,6 @@ class Book final : public ChartHost {
   void note(std::string text) override;
 
  private:
-  struct DefinedName {
-    std::string folded;
-    std::string reference;
-    std::int32_t tabPosition = -1;  ///< of the sheet it belongs to; -1 for the whole workbook
-  };
   void readWorkbook();
   void readSheets(const pugi::xml_node& root);
   void readNames(const pugi::xml_node& root);

@@ -8,6 +8,7 @@
 #include "hosts/workbook/cell_attachments.h"
 #include "hosts/workbook/numeric_block.h"
 #include "hosts/workbook/objects/application_object.h"
+#include "hosts/workbook/sorting_facts.h"
 #include "mervane/failure.h"
 #include "mervane/runtime_errors.h"
 
@@ -42,6 +43,10 @@ void WorkbookHost::activate(std::string_view sheet) {
 
 guard::SheetFacts WorkbookHost::sheetFacts(std::string_view sheet) {
   return workbook::sheetFacts(data_->book, data_->named(sheet));
+}
+
+guard::SortingFacts WorkbookHost::sortingFacts(std::string_view sheet, const CellArea& rows) {
+  return workbook::sortingFacts(data_->book, data_->named(sheet), rows);
 }
 
 guard::AreaFacts WorkbookHost::areaFacts(std::string_view sheet, const CellArea& area) {

@@ -29,6 +29,7 @@ class WorkbookHost final : public hosts::OpenBook {
   void activate(std::string_view sheet) override;
   [[nodiscard]] guard::SheetFacts sheetFacts(std::string_view sheet) override;
   [[nodiscard]] guard::AreaFacts areaFacts(std::string_view sheet, const CellArea& area) override;
+  [[nodiscard]] guard::SortingFacts sortingFacts(std::string_view sheet, const CellArea& rows) override;
   /// Parts that nothing changed stay byte for byte.
   void save(const std::filesystem::path& target, const UnfinishedFile& unfinished = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;

@@ -259,6 +259,29 @@ TEST_F(Harms, TheOtherSheetIsLookedAtWhereTheListingGoesThere) {
   EXPECT_EQ(harms[1].sheet, "Other");
 }
 
+TEST_F(Harms, HiddenRowsCannotBeSorted) {
+  book.data().facts.used = CellArea{1, 1, 7, 4};
+  book.data().sorting.hiddenRow = 4;
+  expect(HarmKind::hidden, Piece::sorting, true,
+         "sorting cannot move row 4 of \"Data\", which a filter or the user has hidden");
+  plan.sort = false;
+  expectNone();
+}
+
+TEST_F(Harms, FormulasThatASortTearsApartAreNamed) {
+  book.data().sorting.moved.add({"Data!A2", "=B3"});
+  expect(HarmKind::formulas, Piece::sorting, false,
+         "sorting moves formulas that name cells of other rows, which are other cells afterwards: Data!A2 \"=B3\"");
+  for (const char* place : {"Data!A3", "Data!A4", "Data!A5"}) book.data().sorting.moved.add({place, "=B9"});
+  EXPECT_TRUE(only().text.ends_with("Data!A2 \"=B3\", Data!A3 \"=B9\", Data!A4 \"=B9\", ...")) << only().text;
+  book.data().sorting.moved = {};
+  book.data().sorting.outside.add({"the name Best", "=Data!$B$3"});
+  expect(HarmKind::formulas, Piece::sorting, false,
+         "sorting puts other rows where formulas from outside look: the name Best \"=Data!$B$3\"");
+  plan.sort = false;
+  expectNone();
+}
+
 TEST_F(Harms, WhatIsForbiddenStandsFirst) {
   book.data().cells[{8, 2}] = {"Total"};
   book.data().arrays = {{6, 6, 9, 6}};

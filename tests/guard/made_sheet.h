@@ -22,6 +22,7 @@ struct MadeBook final : BookFacts {
     std::vector<CellArea> merged;
     std::vector<CellArea> arrays;
     std::vector<CellArea> locked;
+    SortingFacts sorting;
   };
   std::map<std::string, Sheet, std::less<>> sheets;
 
@@ -61,6 +62,9 @@ struct MadeBook final : BookFacts {
       if (array.meets(area)) facts.arrays.push_back(array);
     }
     return facts;
+  }
+  SortingFacts sortingFacts(std::string_view sheet, const CellArea&) override {
+    return sheets.find(sheet)->second.sorting;
   }
 };
 
