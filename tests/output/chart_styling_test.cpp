@@ -219,6 +219,38 @@ TEST_F(ChartStyling, EveryFailureCostsItsOwnAssignmentAndIsNotShown) {
   }
 }
 
+TEST_F(ChartStyling, WhatAChartWithoutALegendGainsInHeightIsSetBetweenItsFillAndItsTitle) {
+  const auto styled = chart(1, 1);
+  styled->invoke(sheet::Access::put, HasLegend, std::vector<Variant>{Variant(false)});
+  const Texts puts = assigned(styled, sheet::weightMedium);
+  const auto height =
+      std::ranges::find_if(puts, [](const std::string& put) { return put.starts_with("put PlotArea.Height"); });
+  ASSERT_NE(height, puts.end());
+  EXPECT_EQ(*(height - 1), "put PlotArea.Interior.Pattern = 1");
+  EXPECT_EQ(*(height + 1), "put ChartTitle.Left = 0");
+}
+
+TEST_F(ChartStyling, TheLegendsHeightIsReadBeforeThePlotAreaMoves) {
+  const Recorder record(chart(1, 1)->handle(), FakeSheet::nameOf);
+  COutputFormatting().ModifyChartObject(sheet::Chart(record.object()), sheet::weightMedium);
+  const Texts& calls = record.calls();
+  const auto grown =
+      std::ranges::find_if(calls, [](const std::string& call) { return call.starts_with("put Legend.Height"); });
+  ASSERT_NE(grown, calls.end());
+  EXPECT_EQ(Texts(grown + 1, grown + 5),
+            (Texts{"get Legend", "get Legend.Height", "get PlotArea", "put PlotArea.Left = 0"}));
+}
+
+TEST_F(ChartStyling, TheExitIsReportedBehindTheLastSetting) {
+  globals::errorHandler().Init(ehaMessageBox, "Error Log.txt", true, true, tfLogFile, "Tracing Log.txt");
+  FaultInjector host(chart(1, 1)->handle(), [&](sheet::Access, sheet::member::Id) {
+    EXPECT_EQ(machine.textFiles->content("Tracing Log.txt").find("Exited"), std::string::npos);
+    return false;
+  });
+  COutputFormatting().ModifyChartObject(sheet::Chart(host.object()), sheet::weightMedium);
+  EXPECT_NE(machine.textFiles->content("Tracing Log.txt").find("Exited"), std::string::npos);
+}
+
 TEST_F(ChartStyling, EmptyReferenceIsPassedOver) {
   COutputFormatting().ModifyChartObject(sheet::Chart(), sheet::weightThin);
   EXPECT_EQ(failuresShown(), 0U);

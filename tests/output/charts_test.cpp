@@ -6,6 +6,45 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+/// An application that notes how many references to its active chart are held whenever the version or the active chart
+/// is asked for.
+class ChartHolder final : public ObjectDecorator {
+ public:
+  struct Notes {
+    int held = 0;
+    std::vector<int> heldWhenAsked;
+  };
+  ChartHolder(sheet::ObjectRef inner, std::shared_ptr<Notes> notes)
+      : ObjectDecorator(std::move(inner)), notes_(std::move(notes)) {}
+
+  Variant invoke(sheet::Access access, sheet::member::Id member, std::span<const Variant> arguments) override {
+    const bool asksForChart = member == sheet::member::ActiveChart;
+    if (asksForChart || member == sheet::member::Version) notes_->heldWhenAsked.push_back(notes_->held);
+    const Variant result = forward(access, member, arguments);
+    if (!asksForChart || result.object() == nullptr) return result;
+    return Variant(sheet::ObjectRef(std::make_shared<Held>(result.object(), notes_)));
+  }
+
+ private:
+  class Held final : public ObjectDecorator {
+   public:
+    Held(sheet::ObjectRef inner, std::shared_ptr<Notes> notes)
+        : ObjectDecorator(std::move(inner)), notes_(std::move(notes)) {
+      ++notes_->held;
+    }
+    ~Held() override { --notes_->held; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+    Variant invoke(sheet::Access access, sheet::member::Id member, std::span<const Variant> arguments) override {
+      return forward(access, member, arguments);
+    }
+
+   private:
+    std::shared_ptr<Notes> notes_;
+  };
+  std::shared_ptr<Notes> notes_;
+};
+
 class OutputCharts : public OutputTest {
  protected:
   static Plan profilesAlone() {
@@ -366,6 +405,17 @@ TEST_F(OutputCharts, ChartsArePlacedInThisOrder) {
                                                        "get F2:F6.Width",
                                                        "put Shape of Chart1.Left = 288",
                                                        "call Sheet1.Shapes.NewEnum.Next"}));
+}
+
+TEST_F(OutputCharts, AMovedChartIsLetGoOfBeforeItIsAskedForAgain) {
+  fillExample();
+  for (const Plan& plan : {profilesAlone(), weightsAlone()}) {
+    const auto notes = std::make_shared<ChartHolder::Notes>();
+    print(plan, std::make_shared<ChartHolder>(excel.object(), notes));
+    EXPECT_GT(notes->heldWhenAsked.size(), 4U);
+    EXPECT_EQ(notes->heldWhenAsked, std::vector<int>(notes->heldWhenAsked.size(), 0));
+    EXPECT_EQ(notes->held, 0);
+  }
 }
 
 TEST_F(OutputCharts, TitleThatCannotBeSetTheFirstTimeIsSetBehindTheMove) {

@@ -188,13 +188,16 @@ TEST_F(ClusterListing, FilterIsSwitchedOnlyWhereItDiffersFromTheOption) {
   fillExample();
   for (const bool wanted : {false, true}) {
     for (const bool present : {false, true}) {
-      excel.worksheet().autoFilterMode = present;
-      excel.worksheet().autoFilterRange.clear();
       Plan plan = listingAlone();
       plan.autofilter = wanted;
-      print(plan);
-      EXPECT_EQ(excel.worksheet().autoFilterMode, wanted);
-      EXPECT_EQ(excel.worksheet().autoFilterRange, wanted == present ? "" : "F1");
+      for (const bool oneColumn : {true, false}) {
+        excel.worksheet().autoFilterMode = present;
+        excel.worksheet().autoFilterRange.clear();
+        plan.oneColumn = oneColumn;
+        print(plan);
+        EXPECT_EQ(excel.worksheet().autoFilterMode, wanted);
+        EXPECT_EQ(excel.worksheet().autoFilterRange, wanted == present ? "" : "F1");
+      }
     }
   }
 }

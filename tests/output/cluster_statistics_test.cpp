@@ -128,6 +128,14 @@ TEST_F(ClusterStatistics, WithoutColorsBlocksAreGreyAndLabelsBold) {
   EXPECT_EQ(excel.worksheet().borders.size(), 5U * 6U);
 }
 
+TEST_F(ClusterStatistics, TheGreyIsLaidBehindItsPattern) {
+  fillExample();
+  Recorder record(excel.object(), FakeSheet::nameOf);
+  print(only(&Plan::averages, "B2:D6", {1, 2, 1, 1, 2}, 2), record.object());
+  EXPECT_EQ(record.callsWith("put B7:E8.Interior"),
+            (Texts{"put B7:E8.Interior.Pattern = 1", "put B7:E8.Interior.Color = 15395562"}));
+}
+
 TEST_F(ClusterStatistics, WithColorsNoGreyIsLaid) {
   fillExample();
   print({});

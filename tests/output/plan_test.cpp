@@ -237,7 +237,14 @@ TEST_F(OutputPlan, ResultRefusesWhatIsNoArrayOfNumbers) {
   COutputFormatting output;
   EXPECT_THROW(output.result(Variant(1.0)), Failure);
   EXPECT_THROW(output.result(Variant(Array<std::string>({{1, 1}}))), Failure);
-  EXPECT_THROW(output.result(Variant(Array<std::int32_t>({{1, 1}, {1, 1}}))), Failure);
+  for (const Bounds second : {Bounds{1, 1}, Bounds{1, 0}}) {
+    try {
+      output.result(Variant(Array<std::int32_t>({{1, 1}, second})));
+      ADD_FAILURE() << "nothing was raised";
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.description(), "Type mismatch");
+    }
+  }
 }
 
 TEST_F(OutputPlan, TotalAndOutputAreConvertedFromR1C1AndInputIsNot) {
