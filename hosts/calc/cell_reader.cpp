@@ -60,15 +60,44 @@ std::optional<Variant> CellReader::value(std::int32_t sheet, CellAddress at, boo
   return column.values[row];
 }
 
-void CellReader::markWaiting(std::int32_t sheet, CellAddress at) {
+void CellReader::markWaiting(std::int32_t sheet, CellAddress at, bool isNumber) {
   Column& column = columns_[keyOf(sheet, at.column)];
   const auto row = static_cast<std::size_t>(at.row) - 1;
+  if (isNumber && row >= column.arePlain.size()) column.arePlain.resize(row + 1);
+  if (row < column.arePlain.size()) column.arePlain[row] = isNumber;
   if (row >= column.states.size()) {
     column.states.resize(std::max(row + 1, std::min(column.states.size() * 2, row + mostRowsAhead)));
     column.values.resize(column.states.size());
     column.generations.resize(column.states.size());
   }
   column.states[row] = State::waiting;
+}
+
+void CellReader::sorted(std::int32_t sheet, const CellArea& area, std::int32_t keyColumn) {
+  for (std::int32_t number = area.firstColumn; number <= area.lastColumn; ++number) {
+    const CellArea cells{area.firstRow, number, area.lastRow, number};
+    if (number != keyColumn || !arePlain(sheet, cells)) forgetPlainNumbers(sheet, cells);
+  }
+}
+
+bool CellReader::arePlain(std::int32_t sheet, const CellArea& cells) const {
+  const auto found = columns_.find(keyOf(sheet, cells.firstColumn));
+  if (found == columns_.end()) return false;
+  const std::vector<bool>& marks = found->second.arePlain;
+  if (marks.size() < static_cast<std::size_t>(cells.lastRow)) return false;
+  return std::all_of(marks.begin() + cells.firstRow - 1, marks.begin() + cells.lastRow, [](bool mark) { return mark; });
+}
+
+void CellReader::forgetPlainNumbers(std::int32_t sheet, const CellArea& area) {
+  for (std::int32_t number = area.firstColumn; number <= area.lastColumn; ++number) {
+    const auto found = columns_.find(keyOf(sheet, number));
+    if (found == columns_.end()) continue;
+    std::vector<bool>& marks = found->second.arePlain;
+    for (auto row = static_cast<std::size_t>(area.firstRow) - 1;
+         row < std::min(marks.size(), static_cast<std::size_t>(area.lastRow)); ++row) {
+      marks[row] = false;
+    }
+  }
 }
 
 void CellReader::reset(std::int32_t sheet, const CellArea& area, bool waitingToo) {
@@ -130,7 +159,15 @@ void CellReader::fetch(std::int32_t sheet, CellAddress at, Column& column) {
       }
     }
   }
+  const auto isPlain = [&](std::size_t i) {
+    const auto row = static_cast<std::size_t>(area.firstRow) - 1 + i;
+    return row < column.arePlain.size() && column.arePlain[row];
+  };
   if (hasNumbers) takeKinds(sheet, area, states, block);
+  for (std::size_t i = 0; i < count; ++i) {
+    double number = 0.0;
+    if (isPlain(i) && (rows[static_cast<sal_Int32>(i)][0] >>= number)) block[i] = number;
+  }
 
   const auto first = static_cast<std::size_t>(area.firstRow) - 1;
   if (column.states.size() < first + count) {

@@ -23,7 +23,13 @@ class CellReader {
   /// @returns nothing where the cell is a formula that the waiting values may change
   [[nodiscard]] std::optional<Variant> value(std::int32_t sheet, CellAddress at, bool valuesWait);
 
-  void markWaiting(std::int32_t sheet, CellAddress at);
+  /// @param isNumber whether a plain number waits. It comes back as one, even from a cell of dates, whose days may
+  /// count from another begin, until its place is sorted or gets another number format.
+  void markWaiting(std::int32_t sheet, CellAddress at, bool isNumber);
+  /// Rows changed places. Plain numbers are still known as such in the key column if nothing else stands there.
+  void sorted(std::int32_t sheet, const CellArea& area, std::int32_t keyColumn);
+  /// What was written as a plain number there is what its number format says.
+  void forgetPlainNumbers(std::int32_t sheet, const CellArea& area);
   /// The area has to be read anew, but for cells that wait.
   void forget(std::int32_t sheet, const CellArea& area) { reset(sheet, area, false); }
   /// What waited in the area has been written.
@@ -39,6 +45,7 @@ class CellReader {
     std::vector<Variant> values;  ///< from row 1
     std::vector<State> states;
     std::vector<std::uint64_t> generations;  ///< of formulas: when they were read
+    std::vector<bool> arePlain;              ///< what was written as a plain number; may be shorter
     /// Rows to read at once, fewer where values are written between the readings of formulas.
     std::int32_t rowsAhead = mostRowsAhead;
   };
@@ -47,6 +54,7 @@ class CellReader {
   [[nodiscard]] static std::uint64_t keyOf(std::int32_t sheet, std::int32_t column) {
     return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(sheet)) << 32) | static_cast<std::uint32_t>(column);
   }
+  [[nodiscard]] bool arePlain(std::int32_t sheet, const CellArea& cells) const;
   void reset(std::int32_t sheet, const CellArea& area, bool waitingToo);
   [[nodiscard]] bool isKnown(const Column& column, std::size_t row) const;
   void fetch(std::int32_t sheet, CellAddress at, Column& column);

@@ -275,7 +275,7 @@ void Session::setValue(std::int32_t sheet, CellAddress at, const Variant& value)
   inOffice(action, [&] { facts_->requireWritable(sheet, at); });
   if (written.kind == OfficeValue::Kind::plain || written.kind == OfficeValue::Kind::empty) {
     values_->add(sheet, at, written.value);
-    reader_->markWaiting(sheet, at);
+    reader_->markWaiting(sheet, at, written.value.getValueTypeClass() == uno::TypeClass_DOUBLE);
     return;
   }
   if (reader_->isWaiting(sheet, at)) settleValues();
@@ -319,6 +319,7 @@ void Session::setValue(std::int32_t sheet, CellAddress at, const Variant& value)
         break;
     }
   });
+  reader_->forgetPlainNumbers(sheet, cellArea(at));
   if (written.kind == OfficeValue::Kind::formula) return forgetValues(sheet, cellArea(at));
   reader_->forget(sheet, cellArea(at));
   facts_->plainValuesWritten(sheet, cellArea(at));
@@ -367,7 +368,13 @@ void Session::forgetValues(std::int32_t sheet, const CellArea& area) {
 }
 
 void Session::forgetKinds(std::int32_t sheet, const CellArea& area) {
+  reader_->forgetPlainNumbers(sheet, area);
   reader_->forget(sheet, area);
+}
+
+void Session::sorted(std::int32_t sheet, const CellArea& area, std::int32_t keyColumn) {
+  reader_->sorted(sheet, area, keyColumn);
+  forgetValues(sheet, area);
 }
 
 void Session::forgetAll() {

@@ -98,6 +98,8 @@ class Session : public mervane::charts::ChartCells, public std::enable_shared_fr
   void flush();
   /// Values or formats were changed past the buffers.
   void forgetValues(std::int32_t sheet, const CellArea& area);
+  /// The rows of the area were put into the order of a column.
+  void sorted(std::int32_t sheet, const CellArea& area, std::int32_t keyColumn);
   /// Cells got another number format.
   void forgetKinds(std::int32_t sheet, const CellArea& area);
   void forgetAll();

@@ -1,6 +1,7 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
+#include <com/sun/star/util/Date.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
@@ -84,6 +85,42 @@ TEST_F(CalcDocument, HiddenRowsAreReadWrittenAndSortedLikeAllOthers) {
   EXPECT_EQ(value("A2"), Variant("b"));
   EXPECT_EQ(value("A3"), Variant("c"));
   EXPECT_EQ(value("A4"), Variant("a"));
+}
+
+TEST_F(CalcDocument, ABorrowedColumnOfDatesGivesItsNumbersAndItsDatesBackInEitherCalendar) {
+  const uno::Reference<css::beans::XPropertySet> document(host.document(), uno::UNO_QUERY_THROW);
+  range("D2:D4").NumberFormat("yyyy\\-mm\\-dd");
+  for (const sal_Int16 year : {sal_Int16{1899}, sal_Int16{1904}}) {
+    SCOPED_TRACE(year);
+    document->setPropertyValue(
+        "NullDate", year == 1904 ? uno::Any(css::util::Date(1, 1, 1904)) : uno::Any(css::util::Date(30, 12, 1899)));
+    std::int32_t key = 3;
+    std::vector<Variant> saved;
+    for (const char* cell : {"D2", "D3", "D4"}) {
+      range(cell).Value(Variant(Date{45000.0 + key}));
+      saved.push_back(value(cell));
+      EXPECT_EQ(saved.back(), Variant(Date{45000.0 + key}));
+      range(cell).Value(Variant(key--));
+    }
+    range("A2:D4").Sort(range("D2:D4"), 1);
+    for (std::size_t i = 0; i < saved.size(); ++i) {
+      const std::string cell = "D" + std::to_string(i + 2);
+      EXPECT_EQ(value(cell), Variant(static_cast<double>(i + 1)));
+      range(cell).Value(saved[i]);
+      EXPECT_EQ(value(cell), saved[i]);
+    }
+  }
+}
+
+TEST_F(CalcDocument, APlainNumberIsADateOnceItsCellGetsADatesFormatOrIsSortedAmongOthers) {
+  range("D2").NumberFormat("yyyy\\-mm\\-dd");
+  range("D2").Value(Variant(7.0));
+  EXPECT_EQ(value("D2"), Variant(7.0));
+  range("D2").NumberFormat("yyyy\\-mm\\-dd");
+  EXPECT_EQ(value("D2"), Variant(Date{7.0}));
+  range("D2").Value(Variant(7.0));
+  range("A2:D4").Sort(range("B2:B4"), 1);
+  EXPECT_EQ(value("D4"), Variant(Date{7.0}));
 }
 
 TEST_F(CalcDocument, AFilterIsSwitchedOnAroundTheCellAndOffAgain) {

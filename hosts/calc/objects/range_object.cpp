@@ -143,7 +143,7 @@ void RangeObject::sort(Arguments arguments) {
              const uno::Reference<css::util::XSortable> rows(session_->rangeOf(place_), uno::UNO_QUERY_THROW);
              rows->sort(uno::Sequence<css::beans::PropertyValue>(settings, 5));
            });
-  session_->forgetValues(place_.sheet, area());
+  session_->sorted(place_.sheet, area(), order.column);
 }
 
 void RangeObject::autoFit() {
