@@ -291,6 +291,53 @@ TEST_F(AppSettings, MoreNamesThanSixteenBitsCountAreNotProvidedFor) {
   expectFailure([&] { settings.GetAllKeys("values", keys); }, eErr_SettingsFailure, "CAppSettings component failure",
                 className);
   EXPECT_EQ(keys.upperBound(1), 32767);
+  EXPECT_EQ(keys.at(1), "n");
+  EXPECT_EQ(keys.at(32767), "n");
+}
+
+TEST_F(AppSettings, AsManyNamesAsSixteenBitsCountAreStillGiven) {
+  class Full : public MemoryKeyStore {
+   public:
+    std::int32_t RegEnumValueA(Handle, std::uint32_t index, char* name, std::uint32_t& size) override {
+      if (index == 32767) return noMoreItems;
+      name[0] = 'n';
+      size = 1;
+      return success;
+    }
+  };
+  auto full = std::make_shared<Full>();
+  full->putText(path, "n", "1");
+  machine.services->keyStore = full;
+  Array<std::string> keys;
+  settings.GetAllKeys("values", keys);
+  EXPECT_EQ(keys.upperBound(1), 32767);
+}
+
+TEST_F(AppSettings, TheSecondQuestionForATextAlwaysOffersAPlaceToWriteTo) {
+  class Watching : public MemoryKeyStore {
+   public:
+    std::int32_t RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::uint8_t* data,
+                                  std::uint32_t& size) override {
+      places.push_back(data != nullptr);
+      return MemoryKeyStore::RegQueryValueExA(key, name, type, data, size);
+    }
+    std::vector<bool> places;
+  };
+  auto watching = std::make_shared<Watching>();
+  watching->put(MemoryKeyStore::user, path, "INPUTS", MemoryKeyStore::typeText, {});
+  machine.services->keyStore = watching;
+  expectFailure([&] { (void)read("INPUTS"); }, eErr_SettingsFailure, "CAppSettings component failure", className);
+  EXPECT_EQ(watching->places, (std::vector<bool>{false, true}));
+}
+
+TEST_F(AppSettings, AMachineWithoutAStoreFailsEachOperation) {
+  machine.services->keyStore = nullptr;
+  Array<std::string> keys;
+  for (const std::function<void()>& call : std::vector<std::function<void()>>{
+           [&] { save("a", "1"); }, [&] { (void)read("a"); }, [&] { settings.GetAllKeys("values", keys); },
+           [&] { settings.DeleteSetting("values", ""); }}) {
+    expectFailure(call, eErr_SettingsFailure, "CAppSettings component failure", className);
+  }
 }
 
 TEST_F(AppSettings, DeletingASectionDeletesItsValues) {

@@ -56,6 +56,17 @@ class Traced : public testing::Test {
   std::vector<std::string> log;
 };
 
+TEST_F(Traced, LeavingAnOuterProcedureFromWithinAnInnerOneLeavesBoth) {
+  traced("a.b.Outer", [&](Steps& outer) {
+    traced("a.b.Inner", [&](Steps&) {
+      log.emplace_back("inner");
+      outer.leave();
+    });
+    log.emplace_back("behind the inner one");
+  });
+  EXPECT_THAT(log, ElementsAre("inner"));
+}
+
 TEST_F(Traced, StandsOnTheStackWhileItRunsAndLeavesItClean) {
   std::string inside;
   traced("outer", [&](Steps& step) { step([&] { traced("inner", [&](Steps&) { inside = stack(); }); }); });
