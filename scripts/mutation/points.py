@@ -133,6 +133,8 @@ class Finder:
             self.path, self.source = path, self.text(path)
             owner = "" if cursor.kind == CursorKind.FUNCTION_DECL else cursor.semantic_parent.spelling
             self.function = f"{path} {owner + '::' if owner else ''}{re.sub(r'<.*', '', cursor.spelling)}"
+            head = self.source[self.source.rfind("\n", 0, cursor.extent.start.offset) + 1 : cursor.location.offset]
+            self.never_returns = "[[noreturn]]" in head
             if cursor.is_definition():
                 for child in cursor.get_children():
                     if child.kind == CursorKind.COMPOUND_STMT:
@@ -329,8 +331,9 @@ class Finder:
     def statements(self, block: Cursor, children: list[Cursor], holder: Cursor) -> None:
         # The only statement of a lambda's, a loop's or a conditional's body goes with what holds it.
         branches = len(list(holder.get_children()))
+        # A function that must not return would, without its only statement, run on into whatever lies behind it.
         if len(children) == 1 and (
-            holder.kind == CursorKind.LAMBDA_EXPR or holder.kind in LOOPS or holder.kind == CursorKind.IF_STMT and branches == 2
+            holder.kind in FUNCTIONS and self.never_returns or holder.kind == CursorKind.LAMBDA_EXPR or holder.kind in LOOPS or holder.kind == CursorKind.IF_STMT and branches == 2
         ):
             return
         before: Region | None = None
