@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "hosts/workbook/refuse.h"
+#include "mervane/letter_case.h"
 
 namespace mervane::workbook {
 
@@ -52,7 +53,11 @@ void requireZip(std::string_view bytes, const std::string& fileName) {
 
 void requireWorkbookParts(const std::vector<std::string>& names, std::string_view mimetype,
                           const std::string& fileName) {
-  const auto has = [&](std::string_view name) { return std::find(names.begin(), names.end(), name) != names.end(); };
+  // Names of parts are compared without regard to case.
+  const auto has = [&](std::string_view name) {
+    const std::string wanted = lowered(name);
+    return std::any_of(names.begin(), names.end(), [&](const std::string& one) { return lowered(one) == wanted; });
+  };
   if (mimetype.starts_with("application/vnd.oasis.opendocument")) {
     notSupported(fileName, "an OpenDocument file (.ods). Open it in the spreadsheet and save it as .xlsx.");
   }

@@ -16,6 +16,7 @@ namespace mervane::workbook {
 namespace {
 
 constexpr std::string_view contentTypesName = "[Content_Types].xml";
+constexpr std::string_view relationsType = "application/vnd.openxmlformats-package.relationships+xml";
 
 std::string folded(std::string_view name) {
   std::string result(name);
@@ -212,6 +213,7 @@ void Package::putDeflated(std::string_view name, DeflatedContent content) {
 void Package::remove(std::string_view name) {
   if (!has(name)) return;
   data_->contentTypes.drop(name);
+  data_->contentTypes.drop(relationsNameOf(name));
   data_->relationTables.erase(folded(name));
   data_->drop(relationsNameOf(name));
   data_->drop(name);
@@ -269,8 +271,11 @@ void Package::save(const std::filesystem::path& target, const UnfinishedFile& un
     if (!table.changed()) continue;
     const std::string name = relationsNameOf(table.part());
     if (!table.empty()) {
+      // A file without relations of its parts, or with a type for each of them, need not have one for a new table.
+      if (data_->contentTypes.of(name).empty()) data_->contentTypes.setForExtension("rels", relationsType);
       store(storedName(name), table.print());
     } else if (data_->find(name) != nullptr) {
+      data_->contentTypes.drop(name);
       removed.push_back(storedName(name));
     }
   }

@@ -58,8 +58,16 @@ std::string percentDecoded(std::string_view text) {
   return result;
 }
 
+/// Some writers put the separators of their own system into names.
+std::string withSlashes(std::string_view name) {
+  std::string result(name);
+  std::replace(result.begin(), result.end(), '\\', '/');
+  return result;
+}
+
 /// A target as a part name: relative ones start at the folder of the part.
-std::string resolved(std::string_view part, std::string_view target) {
+std::string resolved(std::string_view part, std::string_view asWritten) {
+  const std::string target = withSlashes(asWritten);
   std::string path;
   if (!target.starts_with('/')) {
     const std::size_t slash = part.rfind('/');
@@ -94,9 +102,7 @@ void ContentTypes::load(std::string_view content, std::string_view tableName) {
 pugi::xml_node ContentTypes::overrideOf(std::string_view part) const {
   for (const pugi::xml_node& node : document_.document_element()) {
     if (localName(node) != "Override") continue;
-    std::string_view name = node.attribute("PartName").value();
-    if (name.starts_with('/')) name.remove_prefix(1);
-    if (sameName(name, part)) return node;
+    if (sameName(joined(segments(withSlashes(node.attribute("PartName").value())), 0), part)) return node;
   }
   return {};
 }
@@ -105,12 +111,24 @@ std::string ContentTypes::of(std::string_view part) const {
   if (const pugi::xml_node own = overrideOf(part)) return own.attribute("ContentType").value();
   const std::size_t dot = part.rfind('.');
   if (dot == std::string_view::npos) return {};
+  return defaultOf(part.substr(dot + 1)).attribute("ContentType").value();
+}
+
+pugi::xml_node ContentTypes::defaultOf(std::string_view extension) const {
   for (const pugi::xml_node& node : document_.document_element()) {
-    if (localName(node) == "Default" && sameName(node.attribute("Extension").value(), part.substr(dot + 1))) {
-      return node.attribute("ContentType").value();
-    }
+    if (localName(node) == "Default" && sameName(node.attribute("Extension").value(), extension)) return node;
   }
   return {};
+}
+
+void ContentTypes::setForExtension(std::string_view extension, std::string_view type) {
+  if (defaultOf(extension)) return;
+  pugi::xml_node root = document_.document_element();
+  // The spreadsheet puts these in front of the types of single parts.
+  pugi::xml_node added = root.prepend_child((prefixOf(root) + "Default").c_str());
+  added.append_attribute("Extension") = std::string(extension).c_str();
+  added.append_attribute("ContentType") = std::string(type).c_str();
+  changed_ = true;
 }
 
 void ContentTypes::set(std::string_view part, std::string_view type) {

@@ -20,12 +20,15 @@ class ContentTypes {
   [[nodiscard]] std::string of(std::string_view part) const;
   /// Registers a type of the part's own, unless it has this type already.
   void set(std::string_view part, std::string_view type);
+  /// Registers a type for all parts whose names end so, unless such parts have one already.
+  void setForExtension(std::string_view extension, std::string_view type);
   void drop(std::string_view part);
   [[nodiscard]] bool changed() const noexcept { return changed_; }
   [[nodiscard]] std::string print() const;
 
  private:
   [[nodiscard]] pugi::xml_node overrideOf(std::string_view part) const;
+  [[nodiscard]] pugi::xml_node defaultOf(std::string_view extension) const;
 
   pugi::xml_document document_;
   bool changed_ = false;

@@ -145,6 +145,7 @@ class SheetReader {
         continue;
       }
       if (name == "spans") continue;  // NB: a hint only, and wrong as soon as cells are added.
+      if (value.empty()) continue;    // What has no value says nothing, and the spreadsheet takes it for damage.
       if (name == "ht") {
         double height = 0.0;
         if (parsed(value, height) && height >= 0.0 && height <= 1000.0) format.height = height;
@@ -162,6 +163,7 @@ class SheetReader {
 
   std::uint32_t style(std::string_view value) {
     std::uint32_t number = 0;
+    if (value.empty()) return number;  // NB: some writers say it of cells that have no format of their own.
     if (!parsed(value, number) || number >= std::max<std::size_t>(styleCount_, 1)) {
       placeFailure("the cell format \"" + std::string(value.substr(0, 40)) + "\" does not exist");
     }
@@ -193,7 +195,7 @@ class SheetReader {
     }
     if (column > lastSheetColumn) placeFailure("a cell lies behind the last column");
     column_ = column;
-    type_ = type == "n" ? Type::number : typeOf(type);
+    type_ = type == "n" || type.empty() ? Type::number : typeOf(type);
     readCellContent(cell, extras);
     if (!extras.attributes.empty() || !extras.elements.empty()) {
       cell.hasExtras = true;
@@ -302,6 +304,8 @@ class SheetReader {
       placeFailure("the value is no number");
     }
     const std::string_view text = elementText();
+    // Some writers leave the element empty where the cell holds nothing.
+    if (text.empty() && type_ != Type::text && type_ != Type::inlined) return false;
     switch (type_) {
       case Type::number:
         break;

@@ -6,6 +6,8 @@
 
 #include "hosts/workbook/refuse.h"
 #include "hosts/workbook/small_xml.h"
+#include "hosts/workbook/utf16_source.h"
+#include "mervane/letter_case.h"
 #include "mervane/utf16.h"
 
 namespace mervane::workbook {
@@ -20,10 +22,22 @@ constexpr bool isBlank(char c) {
   return c == ' ' || c == '\n' || c == '\t' || c == '\r';
 }
 
+/// Whether the XML declaration names an encoding that UTF-8 is or holds, or none.
+bool declaresUtf8(std::string_view declaration) {
+  const std::size_t name = declaration.find("encoding");
+  if (name == std::string_view::npos) return true;
+  const std::size_t open = declaration.find_first_of("\"'", name);
+  const std::size_t close = open == std::string_view::npos ? open : declaration.find(declaration[open], open + 1);
+  if (close == std::string_view::npos) return false;
+  const std::string encoding = lowered(declaration.substr(open + 1, close - open - 1));
+  return encoding == "utf-8" || encoding == "utf8" || encoding == "us-ascii" || encoding == "ascii";
+}
+
 }  // namespace
 
 XmlScanner::XmlScanner(Source source, std::string partName)
-    : source_(std::move(source)), partName_(std::move(partName)), window_(firstWindow) {
+
+    : source_(asUtf8(std::move(source))), partName_(std::move(partName)), window_(firstWindow) {
   checkBegin();
 }
 
@@ -108,10 +122,7 @@ XmlScanner::Token XmlScanner::next() {
       case '?': {
         const std::size_t length = find("?>", 2) + 2;
         const std::string_view mark(window_.data() + tokenBegin_, length);
-        if (mark.starts_with("<?xml ") && mark.find("encoding") != std::string_view::npos &&
-            mark.find("UTF-8") == std::string_view::npos && mark.find("utf-8") == std::string_view::npos) {
-          malformed("it is not written in UTF-8");
-        }
+        if (mark.starts_with("<?xml ") && !declaresUtf8(mark)) malformed("it is not written in UTF-8");
         at_ = tokenBegin_ + length;
         continue;
       }

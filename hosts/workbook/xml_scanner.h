@@ -11,7 +11,7 @@ namespace mervane::workbook {
 
 /// Goes through the XML of a large part token by token, in a window that slides over it, so that the part is never in
 /// memory as a whole. Tags are matched, attributes are checked as they are read, document types and encodings other
-/// than UTF-8 are refused; comments and processing instructions are passed over.
+/// than UTF-8 and UTF-16 are refused; comments and processing instructions are passed over.
 ///
 /// OPTIMIZATION: a general parser takes three times as long for a sheet of a million cells as unpacking it does; this
 /// one takes half of that time. Views that it hands out hold until the next call of `next`.
