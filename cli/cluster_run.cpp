@@ -117,8 +117,10 @@ ClusterRun OwnedClassifier::outcome(const TrainingWatch& watch) const {
 
 void requireNotAborted(const ErrorAnswers& answers) {
   if (answers.aborted() == 0) return;
-  throw Problem(ExitStatus::engineFailure, "the run failed; nothing is written",
-                "The report above says what failed. --on-error tells how to go on after a failure.");
+  const std::string cause = printable(answers.causeOfAbort());
+  throw Problem(
+      ExitStatus::engineFailure, "the run failed; nothing is written",
+      cause.empty() ? "The report above says what failed. --on-error tells how to go on after a failure." : cause);
 }
 
 ClusterRun runClassifier(std::vector<double> values, std::size_t columns, const ClusterRunOptions& options, Talk& talk,

@@ -2,6 +2,8 @@
 
 #include "cli/talk.h"
 #include "cli/terminal.h"
+#include "support/error_handler.h"
+#include "support/globals.h"
 
 namespace mervane::cli {
 
@@ -86,6 +88,7 @@ const char* ErrorAnswers::answer(const std::string& report) {
     talk_.note("trying again");
     return "RETRY";
   }
+  if (aborted_ == 0) causeOfAbort_ = globals::errorHandler().FailureCause();
   ++aborted_;
   return "ABORT";
 }

@@ -30,6 +30,8 @@ class ErrorAnswers {
   [[nodiscard]] std::int32_t aborted() const noexcept { return aborted_; }
   [[nodiscard]] std::int32_t retried() const noexcept { return retried_; }
   [[nodiscard]] std::int32_t ignored() const noexcept { return ignored_; }
+  /// What the first failure that was answered with abort was about: mostly a cell and what is wrong with it.
+  [[nodiscard]] const std::string& causeOfAbort() const noexcept { return causeOfAbort_; }
 
  private:
   friend class ReportPrinter;
@@ -42,6 +44,7 @@ class ErrorAnswers {
   std::int32_t aborted_ = 0;
   std::int32_t retried_ = 0;
   std::int32_t ignored_ = 0;
+  std::string causeOfAbort_;
 };
 
 }  // namespace mervane::cli

@@ -9,6 +9,7 @@
 #include "support/frm_error_message.h"
 #include "support/globals.h"
 #include "support/procedures.h"
+#include "support/wrapped_failure.h"
 
 namespace mervane {
 
@@ -201,6 +202,7 @@ std::int32_t CErrorHandler::HandleError(const std::string& procedure, const Fail
   errorDescription_ = failure.description();
   errorNumber_ = failure.number();
   errorLine_ = 0;
+  failureCause_ = WrappedFailure::causeOf(failure);
 
   return guarded([&](ServiceTrap&) {
     // 2.

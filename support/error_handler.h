@@ -48,6 +48,9 @@ class CErrorHandler {
   [[nodiscard]] std::int32_t ErrorLine() const noexcept { return errorLine_; }
   void ErrorLogFile(const std::string& value);  ///< not empty, otherwise raises eErr_InvalidFileName
   [[nodiscard]] const std::string& ErrorLogFile() const noexcept { return errorLogFile_; }
+  /// What the failure handled last was about, for hosts that tell it beside the report: the text of whoever found the
+  /// fault, a spreadsheet for instance, also where the failure was wrapped since.
+  [[nodiscard]] const std::string& FailureCause() const noexcept { return failureCause_; }
   void ErrorNumber(std::int32_t value) { errorNumber_ = value; }
   [[nodiscard]] std::int32_t ErrorNumber() const noexcept { return errorNumber_; }
   void Tag(const std::string& value) { tag_ = value; }
@@ -85,6 +88,7 @@ class CErrorHandler {
   std::string tracingLogFile_ = "Tracing Log.txt";
   std::string tag_;
   std::string errorDescription_;
+  std::string failureCause_;
   std::string supportMail_;
   bool mIsNT_ = false;
   std::vector<std::string> mProcedures_;

@@ -8,6 +8,7 @@
 #include "support/error_handler.h"
 #include "support/error_numbers.h"
 #include "support/globals.h"
+#include "support/wrapped_failure.h"
 
 /// The kinds of procedure. Each procedure of the system has one, visible in its first line.
 namespace mervane {
@@ -89,8 +90,8 @@ template <class Body>
 decltype(auto) wrapping(const char* className, const char* key, Body&& body) {
   try {
     return std::forward<Body>(body)();
-  } catch (const Failure&) {
-    throw Failure(eErr_ComponentFailure, std::string(className) + " component failure", key);
+  } catch (const Failure& failure) {
+    throw WrappedFailure(eErr_ComponentFailure, std::string(className) + " component failure", key, failure);
   }
 }
 
@@ -122,9 +123,9 @@ decltype(auto) service(const char* className, std::int32_t number, Body&& body) 
   ServiceTrap trap(className);
   try {
     return std::forward<Body>(body)(trap);
-  } catch (const Failure&) {
+  } catch (const Failure& failure) {
     if (!trap.armed()) throw;
-    throw Failure(number, std::string(className) + " component failure", trap.source());
+    throw WrappedFailure(number, std::string(className) + " component failure", trap.source(), failure);
   }
 }
 

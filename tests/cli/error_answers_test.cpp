@@ -42,6 +42,25 @@ TEST_F(ErrorAnswersTest, AbortGivesTheProcedureUp) {
   EXPECT_EQ(aborted, 1);
 }
 
+TEST_F(ErrorAnswersTest, TheCauseOfAnAbortIsThatOfTheFirstFailureAndNotItsWrapping) {
+  ErrorAnswers answers(talk, {});
+  const ServicesInUse services(commandLineServices(answers));
+  globals::errorHandler().Init(ehaErrorForm, "a", true, false, tfLogFile, "b");
+  EXPECT_EQ(answers.causeOfAbort(), "");
+  for (const char* cause : {"The cell G7 is locked.", "The cell G8 is locked."}) {
+    traced("MervaneClass3.Test.Procedure", [&](Steps& step) {
+      step([&] {
+        wrapping("Outer", "MervaneClass3.Test.Outer",
+                 [&] { wrapping("Inner", "MervaneClass3.Test.Inner", [&] { throw Failure(1004, cause); }); });
+      });
+    });
+  }
+  EXPECT_EQ(answers.aborted(), 2);
+  EXPECT_EQ(answers.causeOfAbort(), "The cell G7 is locked.");
+  EXPECT_NE(stream.text().find("(Outer component failure)"), std::string::npos) << "the report keeps to its own words";
+  EXPECT_EQ(stream.text().find("locked"), std::string::npos);
+}
+
 TEST_F(ErrorAnswersTest, TheWholeReportIsPrintedWithoutWhatATerminalObeys) {
   tries({}, 1);
   const std::string text = stream.text();
