@@ -111,6 +111,10 @@ void addWritingOptions(CLI::App& app, ClusterOptions& options) {
       app, "-o,--output",
       "The file to write; an old one is replaced when the new one is whole. Default for data files: standard output.",
       "FILE", group, [&](const std::string& text) { options.output = text; });
+  app.add_flag_callback(
+         "--force", [&options] { options.force = true; },
+         "Write the file also where an office's lock file beside it says that it is open.")
+      ->group(group);
   addValue(app, "-f,--format",
            "csv, tsv, json, ndjson or table. Default: what the name of the output ends in, or the format of the input.",
            "FORMAT", group, [&](const std::string& text) { options.format = formatOption(text); });
@@ -157,7 +161,8 @@ void addWorkbookOptions(CLI::App& app, ClusterOptions& options, std::string& inP
   };
   addPlainFlag("--yes", book.yes, "Take what is proposed.");
   app.add_flag("--in-place{*}", inPlace,
-               "Write the results into the workbook itself; --in-place=.bak keeps the old file under that ending.")
+               "Write the results into the workbook itself; --in-place=.bak keeps the old file under that ending, "
+               "and never writes over an earlier copy.")
       ->group(group)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   addPlainFlag("--dry-run", book.dryRun, "Write nothing; list the cells that would be written and what they hold.");

@@ -10,6 +10,7 @@
 #include "cli/problem.h"
 #include "cli/report.h"
 #include "cli/table_header.h"
+#include "cli/target_file.h"
 #include "cli/text_display.h"
 
 namespace mervane::cli {
@@ -96,7 +97,7 @@ void tellFindings(const DataTable& table, const TableShape& shape, const Selecti
   talk.detail("clustering by " + list);
 }
 
-void writeResults(const Results& results, Format format, const ClusterOptions& options) {
+void writeResults(const Results& results, Format format, const ClusterOptions& options, const TargetFile& target) {
   const auto out = openOutput(outputPath(options));
   switch (format) {
     case Format::csv:
@@ -113,6 +114,7 @@ void writeResults(const Results& results, Format format, const ClusterOptions& o
       writeTable(results, *out);
       break;
   }
+  target.requireUntouched();
   out->commit();
 }
 
@@ -129,6 +131,7 @@ ExitStatus clusterDataFile(const ClusterOptions& options, Talk& talk) {
   refuseWorkbookFlags(options);
   checkPaths(options);
   checkLogs(options.run.logs);
+  const TargetFile target(options.output, options.force);
   const DataTable table = readInput(options);
   const TableShape shape = shapeOf(table, options.header);
   const Selection selection = select(options, table, shape, talk);
@@ -143,7 +146,7 @@ ExitStatus clusterDataFile(const ClusterOptions& options, Talk& talk) {
   if (trace) trace->commit();
   writeResults(
       {table, shape, selection.columns, selection.mark, run.labels, resultColumnName(options.resultName, shape)},
-      format, options);
+      format, options, target);
 
   Report report = countsOf(run, columnNames(shape, selection.columns), run.scaled);
   tellOutcome(run, report, talk);

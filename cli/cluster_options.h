@@ -17,6 +17,7 @@ namespace mervane::cli {
 struct ClusterOptions {
   std::string input;
   std::string output;  ///< empty: standard output
+  bool force = false;  ///< whether an output is written that an office has open
   std::optional<Format> format;
   std::optional<char> outputDelimiter;
   std::string resultName = "Cluster";

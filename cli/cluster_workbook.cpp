@@ -7,6 +7,7 @@
 #include "cli/outcome.h"
 #include "cli/output_file.h"
 #include "cli/problem.h"
+#include "cli/target_file.h"
 #include "cli/terminal.h"
 #include "cli/text_display.h"
 #include "cli/workbook_file.h"
@@ -79,7 +80,7 @@ void checkPaths(const ClusterOptions& options) {
   checkLogs(options.run.logs);
   if (options.book.dryRun) return;
   if (!target.empty()) checkOutput(target);
-  if (!options.book.backupSuffix.empty()) checkOutput(target + options.book.backupSuffix);
+  if (!options.book.backupSuffix.empty()) checkOutput(SafetyCopy::freeName(target, options.book.backupSuffix));
 }
 
 std::string rememberedText(const char* key) {
@@ -159,7 +160,11 @@ std::optional<sheet::CellArea> listingArea(OpenBook& book, const OpenBook::Place
 class WorkbookCommand {
  public:
   WorkbookCommand(const ClusterOptions& options, Talk& talk)
-      : options_(options), talk_(talk), book_(openWorkbook(options.input, options.book.host)) {}
+
+      : options_(options),
+        talk_(talk),
+        target_(options.book.dryRun ? std::string() : targetOf(options), options.force),
+        book_(openWorkbook(options.input, options.book.host)) {}
 
   ExitStatus execute() {
     WorkbookServices services(talk_, options_.run.onError, options_.book.remembered);
@@ -210,7 +215,7 @@ class WorkbookCommand {
       return;
     }
     const std::string target = targetOf(options_);
-    if (!target.empty()) saveWorkbook(*book_, target, options_.book.backupSuffix);
+    if (!target.empty()) copy_ = saveWorkbook(*book_, target, target_, options_.book.backupSuffix);
     if (!rows_) return;
     const auto out = openOutput("-");
     const Dialect dialect{.delimiter = ','};
@@ -223,12 +228,15 @@ class WorkbookCommand {
     const std::string target = targetOf(options_);
     if (options_.book.dryRun || target.empty()) return;
     talk_.note(counted(report.rows, "row", "rows") + " in " + counted(run.clusters, "cluster", "clusters") +
-               " written to " + printable(target));
+               " written to " + printable(target) +
+               (copy_.empty() ? "" : "; the old file is kept as " + printable(copy_)));
   }
 
   const ClusterOptions& options_;
   Talk& talk_;
+  TargetFile target_;  // NB: before the book, which is read once the file is watched.
   std::unique_ptr<OpenBook> book_;
+  std::string copy_;
   std::vector<std::string> inputNames_;
   std::unique_ptr<WorkbookRows> rows_;
 };

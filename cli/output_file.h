@@ -23,6 +23,10 @@ class OutputFile {
 /// device or a pipe, is written to directly.
 [[nodiscard]] std::unique_ptr<OutputFile> openOutput(const std::string& path);
 
+/// A new file with the permissions of another one. With `commit` it takes the path, unless something has come to stand
+/// there meanwhile.
+[[nodiscard]] std::unique_ptr<OutputFile> openNew(const std::string& path, const std::string& like);
+
 /// Raises what openOutput would raise for the path, and leaves no trace; to be told before a long run, not after it.
 void checkOutput(const std::string& path);
 

@@ -95,8 +95,10 @@ class DirectFile : public OutputFile {
 /// A new file beside the target, under a name of its own until it takes the target's place.
 class ReplacingFile : public OutputFile {
  public:
-  ReplacingFile(int descriptor, std::string temporary, std::string target)
-      : stream_(descriptor, target), temporary_(std::move(temporary)), target_(std::move(target)) {
+  enum class Place { free, taken };
+
+  ReplacingFile(int descriptor, std::string temporary, std::string target, Place place)
+      : stream_(descriptor, target), temporary_(std::move(temporary)), target_(std::move(target)), place_(place) {
     interruption::guardFile(temporary_);
   }
   ReplacingFile(const ReplacingFile&) = delete;
@@ -113,6 +115,14 @@ class ReplacingFile : public OutputFile {
     stream_.flush();
     stream_.sync();
     stream_.closeChecked();
+    if (place_ == Place::free) {
+      // A link never replaces anything. Not all file systems have links.
+      if (::link(temporary_.c_str(), target_.c_str()) == 0) {
+        syncDirectory();
+        return;
+      }
+      if (errno == EEXIST) raiseTrouble(target_, errno);
+    }
     if (::rename(temporary_.c_str(), target_.c_str()) != 0) raiseTrouble(target_, errno);
     isDone_ = true;
     syncDirectory();
@@ -132,6 +142,7 @@ class ReplacingFile : public OutputFile {
   Stream stream_;
   std::string temporary_;
   std::string target_;
+  Place place_;
   bool isDone_ = false;
 };
 
@@ -150,9 +161,9 @@ std::string temporaryName(const std::string& target, int attempt) {
   return (path.parent_path() / temporary).string();
 }
 
-std::unique_ptr<OutputFile> openReplacing(const std::string& target, const std::optional<struct stat>& old) {
-  // A file that may not be written is not replaced either, though its directory would allow it.
-  if (old && ::access(target.c_str(), W_OK) != 0) raiseTrouble(target, errno);
+/// @param old whose owner and permissions the file gets
+std::unique_ptr<OutputFile> openBeside(const std::string& target, const std::optional<struct stat>& old,
+                                       ReplacingFile::Place place) {
   constexpr int attempts = 100;
   for (int attempt = 1; attempt <= attempts; ++attempt) {
     const std::string temporary = temporaryName(target, attempt);
@@ -160,7 +171,7 @@ std::unique_ptr<OutputFile> openReplacing(const std::string& target, const std::
     const int descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, everybody);
     if (descriptor < 0 && errno == EEXIST) continue;
     if (descriptor < 0) raiseTrouble(target, errno);
-    auto file = std::make_unique<ReplacingFile>(descriptor, temporary, target);
+    auto file = std::make_unique<ReplacingFile>(descriptor, temporary, target, place);
     if (old) {
       // The owner can be kept by the superuser only; the permissions come last because a change of owner cuts them.
       static_cast<void>(!::fchown(descriptor, old->st_uid, old->st_gid));
@@ -170,6 +181,12 @@ std::unique_ptr<OutputFile> openReplacing(const std::string& target, const std::
     return file;
   }
   raiseTrouble(target, EEXIST);
+}
+
+std::unique_ptr<OutputFile> openReplacing(const std::string& target, const std::optional<struct stat>& old) {
+  // A file that may not be written is not replaced either, though its directory would allow it.
+  if (old && ::access(target.c_str(), W_OK) != 0) raiseTrouble(target, errno);
+  return openBeside(target, old, ReplacingFile::Place::taken);
 }
 
 }  // namespace
@@ -190,6 +207,10 @@ std::unique_ptr<OutputFile> openOutput(const std::string& path) {
   const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
   if (descriptor < 0) raiseTrouble(path, errno);
   return std::make_unique<DirectFile>(descriptor, path);
+}
+
+std::unique_ptr<OutputFile> openNew(const std::string& path, const std::string& like) {
+  return openBeside(path, statusOf(like), ReplacingFile::Place::free);
 }
 
 void checkOutput(const std::string& path) {

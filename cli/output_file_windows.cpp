@@ -130,11 +130,10 @@ class DirectFile : public OutputFile {
 /// A new file beside the target, under a name of its own until it takes the target's place.
 class ReplacingFile : public OutputFile {
  public:
-  ReplacingFile(HANDLE handle, std::string temporary, std::string target, bool replacesOld)
-      : stream_(handle, true, target),
-        temporary_(std::move(temporary)),
-        target_(std::move(target)),
-        replacesOld_(replacesOld) {
+  enum class Place { free, absent, taken };  ///< what is absent may come to be there, and is replaced then
+
+  ReplacingFile(HANDLE handle, std::string temporary, std::string target, Place place)
+      : stream_(handle, true, target), temporary_(std::move(temporary)), target_(std::move(target)), place_(place) {
     interruption::guardFile(temporary_);
   }
   ReplacingFile(const ReplacingFile&) = delete;
@@ -161,17 +160,18 @@ class ReplacingFile : public OutputFile {
     const std::filesystem::path from = toPath(temporary_);
     const std::filesystem::path to = toPath(target_);
     // A replacing that fails half way may leave a file of the system's beside the old one, so it is asked first.
-    if (replacesOld_) {
+    if (place_ == Place::taken) {
       const Handle old(CreateFileW(to.c_str(), DELETE, shareAll, nullptr, OPEN_EXISTING, 0, nullptr));
       if (const DWORD error = GetLastError(); !old.isOpen() && error != ERROR_FILE_NOT_FOUND)
         raiseTrouble(target_, error);
     }
     // The first of these keeps who may read and write the old file; not all file systems have it.
-    if (replacesOld_ &&
+    if (place_ == Place::taken &&
         ReplaceFileW(to.c_str(), from.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != FALSE) {
       return;
     }
-    if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
+    const DWORD replacing = place_ == Place::free ? 0 : MOVEFILE_REPLACE_EXISTING;
+    if (MoveFileExW(from.c_str(), to.c_str(), replacing | MOVEFILE_WRITE_THROUGH) == FALSE) {
       raiseTrouble(target_, GetLastError());
     }
   }
@@ -179,7 +179,7 @@ class ReplacingFile : public OutputFile {
   Stream stream_;
   std::string temporary_;
   std::string target_;
-  bool replacesOld_;
+  Place place_;
   bool isDone_ = false;
 };
 
@@ -210,14 +210,7 @@ std::string temporaryName(const std::string& target, int attempt) {
   return toText(path.parent_path() / temporary);
 }
 
-std::unique_ptr<OutputFile> openReplacing(const std::string& target, bool isThere) {
-  // A file that may not be written is not replaced either, though its folder would allow it.
-  if (isThere) {
-    const DWORD attributes = GetFileAttributesW(toPath(target).c_str());
-    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) raiseTrouble(target, ERROR_ACCESS_DENIED);
-    const Handle old(CreateFileW(toPath(target).c_str(), GENERIC_WRITE, shareAll, nullptr, OPEN_EXISTING, 0, nullptr));
-    if (!old.isOpen()) raiseTrouble(target, GetLastError());
-  }
+std::unique_ptr<OutputFile> openBeside(const std::string& target, ReplacingFile::Place place) {
   constexpr int attempts = 100;
   for (int attempt = 1; attempt <= attempts; ++attempt) {
     const std::string temporary = temporaryName(target, attempt);
@@ -226,9 +219,21 @@ std::unique_ptr<OutputFile> openReplacing(const std::string& target, bool isTher
     const DWORD error = GetLastError();
     if (!handle.isOpen() && error == ERROR_FILE_EXISTS) continue;
     if (!handle.isOpen()) raiseTrouble(target, error);
-    return std::make_unique<ReplacingFile>(handle.release(), temporary, target, isThere);
+    return std::make_unique<ReplacingFile>(handle.release(), temporary, target, place);
   }
   raiseTrouble(target, ERROR_FILE_EXISTS);
+}
+
+std::unique_ptr<OutputFile> openReplacing(const std::string& target, bool isThere) {
+  if (!isThere) return openBeside(target, ReplacingFile::Place::absent);
+  // A file that may not be written is not replaced either, though its folder would allow it.
+  const DWORD attributes = GetFileAttributesW(toPath(target).c_str());
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) raiseTrouble(target, ERROR_ACCESS_DENIED);
+  {
+    const Handle old(CreateFileW(toPath(target).c_str(), GENERIC_WRITE, shareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!old.isOpen()) raiseTrouble(target, GetLastError());
+  }
+  return openBeside(target, ReplacingFile::Place::taken);
 }
 
 /// The path of what is there, behind all links.
@@ -275,6 +280,11 @@ std::unique_ptr<OutputFile> openOutput(const std::string& path) {
       break;
   }
   return openReplacing(resolvedPath(path), true);
+}
+
+// A new file has the access rights of its folder, as every other there.
+std::unique_ptr<OutputFile> openNew(const std::string& path, const std::string&) {
+  return openBeside(path, ReplacingFile::Place::free);
 }
 
 void checkOutput(const std::string& path) {

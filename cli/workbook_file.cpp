@@ -2,29 +2,19 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
-#include "cli/byte_source.h"
 #include "cli/calc_module.h"
 #include "cli/interruption.h"
-#include "cli/output_file.h"
 #include "cli/paths.h"
 #include "cli/problem.h"
+#include "cli/target_file.h"
 #include "cli/text_display.h"
 #include "hosts/workbook/workbook_host.h"
 #include "mervane/failure.h"
 
 namespace mervane::cli {
 namespace {
-
-void copy(const std::string& from, const std::string& to) {
-  const auto source = openSource(from);
-  const auto target = openOutput(to);
-  std::array<char, 65536> block{};
-  for (std::size_t count = source->read(block); count > 0; count = source->read(block)) {
-    target->write({block.data(), count});
-  }
-  target->commit();
-}
 
 constexpr std::array<std::string_view, 2> ownEndings{".xlsx", ".xlsm"};
 constexpr std::array<std::string_view, 4> officeEndings{".xls", ".xlsb", ".ods", ".fods"};
@@ -75,19 +65,25 @@ std::unique_ptr<hosts::OpenBook> openWorkbook(const std::string& path, BookHost 
   }
 }
 
-void saveWorkbook(hosts::OpenBook& book, const std::string& target, const std::string& backupSuffix) {
-  if (!backupSuffix.empty()) copy(target, target + backupSuffix);
+std::string saveWorkbook(hosts::OpenBook& book, const std::string& target, const TargetFile& watched,
+                         const std::string& backupSuffix) {
+  std::optional<SafetyCopy> copy;
+  if (!backupSuffix.empty()) copy.emplace(target, backupSuffix);
+  const auto guard = [](const std::filesystem::path& unfinished) {
+    if (unfinished.empty()) {
+      interruption::releaseFile();
+    } else {
+      interruption::guardFile(toText(unfinished));
+    }
+  };
   try {
-    book.save(toPath(target), [](const std::filesystem::path& unfinished) {
-      if (unfinished.empty()) {
-        interruption::releaseFile();
-      } else {
-        interruption::guardFile(toText(unfinished));
-      }
-    });
+    book.save(toPath(target), {.unfinished = guard, .beforeReplacing = [&] { watched.requireUntouched(); }});
   } catch (const Failure& failure) {
     throw fileTrouble(target, failure);
   }
+  if (!copy) return {};
+  copy->keep();
+  return copy->path();
 }
 
 }  // namespace mervane::cli

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "cli/problem.h"
+#include "cli/target_file.h"
 #include "cli/workbook_options.h"
 #include "hosts/book/open_book.h"
 #include "mervane/failure.h"
@@ -37,8 +38,9 @@ decltype(auto) readingWorkbook(const std::string& path, Reading&& reading) {
   }
 }
 
-/// Writes the workbook to the target; with --in-place and a suffix a copy of the old file is made first. Raises a
-/// Problem with the status fileTrouble.
-void saveWorkbook(hosts::OpenBook& book, const std::string& target, const std::string& backupSuffix);
+/// Writes the workbook to the target; with a suffix a copy of the old file is kept, and its name returned. Raises a
+/// Problem with the status fileTrouble; then the target is what it was, and no copy is left.
+std::string saveWorkbook(hosts::OpenBook& book, const std::string& target, const TargetFile& watched,
+                         const std::string& backupSuffix);
 
 }  // namespace mervane::cli

@@ -89,17 +89,34 @@ void syncFolder([[maybe_unused]] const std::filesystem::path& folder) {
 /// Says that a file is about to be made, and at its end that there is none any more.
 class Announcement {
  public:
-  Announcement(const UnfinishedFile& unfinished, const std::filesystem::path& path) : unfinished_(unfinished) {
-    if (unfinished_) unfinished_(path);
+  Announcement(const SaveWatch& watch, const std::filesystem::path& path) : watch_(watch) {
+    if (watch_.unfinished) watch_.unfinished(path);
   }
   ~Announcement() {
-    if (unfinished_) unfinished_({});
+    if (watch_.unfinished) watch_.unfinished({});
   }
   Announcement(const Announcement&) = delete;
   Announcement& operator=(const Announcement&) = delete;
 
  private:
-  const UnfinishedFile& unfinished_;
+  const SaveWatch& watch_;
+};
+
+/// Removes an unfinished file, once it is there and unless it has become the target.
+class Remover {
+ public:
+  explicit Remover(const std::filesystem::path& path) : path_(path) {}
+  ~Remover() {
+    std::error_code ignored;
+    if (isNeeded) std::filesystem::remove(path_, ignored);
+  }
+  Remover(const Remover&) = delete;
+  Remover& operator=(const Remover&) = delete;
+
+  bool isNeeded = false;
+
+ private:
+  const std::filesystem::path& path_;
 };
 
 }  // namespace
@@ -133,7 +150,7 @@ std::string readFile(const std::filesystem::path& path, std::uint64_t limit) {
   return bytes;
 }
 
-void replaceFile(const std::filesystem::path& target, std::string_view bytes, const UnfinishedFile& unfinished) {
+void replaceFile(const std::filesystem::path& target, std::string_view bytes, const SaveWatch& watch) {
   std::error_code error;
   std::filesystem::path place = target;
   // A link is followed, so that the file it names is the one replaced.
@@ -147,27 +164,27 @@ void replaceFile(const std::filesystem::path& target, std::string_view bytes, co
     if (attempt == 100 || !std::filesystem::exists(beside, error)) break;
   }
   // Told before the file is there, so that at no moment it stands there with nobody knowing.
-  const Announcement announcement(unfinished, beside);
+  const Announcement announcement(watch, beside);
+  Remover remover(beside);
   const auto fail = [&](const std::string& why) {
-    std::error_code ignored;
-    std::filesystem::remove(beside, ignored);
     fileFailure(runtime::pathFileAccess,
                 "The workbook cannot be written to \"" + shown(target) + "\": " + why + ". Nothing was changed.");
   };
+  const std::filesystem::file_status status = std::filesystem::status(place, error);
   {
     File file(beside);
-    if (!file.isOpen()) {
-      fileFailure(runtime::pathFileAccess, "The workbook cannot be written to \"" + shown(target) +
-                                               "\": " + reason(errno) + ". Nothing was changed.");
-    }
+    if (!file.isOpen()) fail(reason(errno));
+    remover.isNeeded = true;
+    // Before it holds anything, so that nobody reads in it who may not read the target.
+    if (std::filesystem::exists(status)) std::filesystem::permissions(beside, status.permissions(), error);
     if (!file.write(bytes) || !file.sync()) fail(reason(errno));
     if (!file.close()) fail(reason(errno));
   }
-  const std::filesystem::file_status status = std::filesystem::status(place, error);
   if (std::filesystem::is_directory(status)) fail("it is a folder");
-  if (std::filesystem::exists(status)) std::filesystem::permissions(beside, status.permissions(), error);
+  if (watch.beforeReplacing) watch.beforeReplacing();
   std::filesystem::rename(beside, place, error);
   if (error) fail(error.message());
+  remover.isNeeded = false;
   syncFolder(place.parent_path());
 }
 

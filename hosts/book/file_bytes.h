@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/book/unfinished_file.h"
+#include "hosts/book/save_watch.h"
 
 namespace mervane::hosts {
 
@@ -14,9 +14,9 @@ namespace mervane::hosts {
 [[nodiscard]] std::string readFile(const std::filesystem::path& path, std::uint64_t limit);
 
 /// Writes a new file beside the target, syncs it and renames it over the target, which keeps its permissions and,
-/// where it is a symbolic link, stays one. Raises pathFileAccess; the target is then what it was and nothing is left
-/// beside it.
-void replaceFile(const std::filesystem::path& target, std::string_view bytes, const UnfinishedFile& unfinished = {});
+/// where it is a symbolic link, stays one. Raises pathFileAccess, and whatever the watch raises; the target is then
+/// what it was and nothing is left beside it.
+void replaceFile(const std::filesystem::path& target, std::string_view bytes, const SaveWatch& watch = {});
 
 /// The path as UTF-8, for texts.
 [[nodiscard]] std::string shown(const std::filesystem::path& path);

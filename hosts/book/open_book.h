@@ -9,7 +9,7 @@
 
 #include "guard/facts.h"
 #include "hosts/book/book_cells.h"
-#include "hosts/book/unfinished_file.h"
+#include "hosts/book/save_watch.h"
 #include "spreadsheet/object.h"
 
 namespace mervane::hosts {
@@ -26,7 +26,7 @@ class OpenBook : public BookCells, public guard::BookFacts {
 
   /// Writes the file with its changes, in the format that the name ends in. The target is replaced
   /// in one step, or left as it was after a failure. It may be the file that was opened; saving twice is allowed.
-  virtual void save(const std::filesystem::path& target, const UnfinishedFile& unfinished = {}) = 0;
+  virtual void save(const std::filesystem::path& target, const SaveWatch& watch = {}) = 0;
 
   /// What `sheets` lists.
   struct SheetInfo {

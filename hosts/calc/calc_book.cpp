@@ -39,12 +39,12 @@ CalcBook::~CalcBook() {
   Office::close(document_);
 }
 
-void CalcBook::save(const std::filesystem::path& target, const hosts::UnfinishedFile& unfinished) {
+void CalcBook::save(const std::filesystem::path& target, const hosts::SaveWatch& watch) {
   session_->flush();
   // The office writes into its own folder first, so that the target is replaced by a whole file or not at all.
   const std::filesystem::path stored = office_.folder() / ("stored" + target.extension().string());
   Office::store(document_, stored);
-  hosts::replaceFile(target, hosts::readFile(stored, largestFile), unfinished);
+  hosts::replaceFile(target, hosts::readFile(stored, largestFile), watch);
   std::filesystem::remove(stored);
 }
 

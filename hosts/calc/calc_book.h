@@ -32,7 +32,7 @@ class CalcBook final : public hosts::OpenBook {
   [[nodiscard]] guard::SortingFacts sortingFacts(std::string_view sheet, const CellArea& rows) override {
     return facts_.sortingFacts(sheet, rows);
   }
-  void save(const std::filesystem::path& target, const hosts::UnfinishedFile& unfinished = {}) override;
+  void save(const std::filesystem::path& target, const hosts::SaveWatch& watch = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;
   [[nodiscard]] std::vector<std::string> sheetNames() const override { return cells_.sheetNames(); }
   [[nodiscard]] std::string activeSheetName() const override { return cells_.activeSheetName(); }

@@ -48,7 +48,7 @@ class Book final : public ChartHost {
   };
   [[nodiscard]] const std::vector<DefinedName>& names() const noexcept { return names_; }
 
-  void save(const std::filesystem::path& target, const UnfinishedFile& unfinished);
+  void save(const std::filesystem::path& target, const SaveWatch& watch);
   /// Whether anything would be written differently.
   [[nodiscard]] bool changed() const;
 

@@ -141,12 +141,12 @@ void Book::writeWorkbook() {
   if (workbookChanged_) package_->put(workbookPart_, printXml(workbook_));
 }
 
-void Book::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) {
+void Book::save(const std::filesystem::path& target, const SaveWatch& watch) {
   charts_->write();
   writeSheets();
   writeStyles();
   writeWorkbook();
-  package_->save(target, unfinished);
+  package_->save(target, watch);
 }
 
 }  // namespace mervane::workbook

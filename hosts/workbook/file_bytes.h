@@ -7,7 +7,7 @@ namespace mervane::workbook {
 
 using hosts::readFile;
 using hosts::replaceFile;
+using hosts::SaveWatch;
 using hosts::shown;
-using hosts::UnfinishedFile;
 
 }  // namespace mervane::workbook

@@ -242,7 +242,7 @@ void Package::removeRelation(std::string_view part, std::string_view id) {
   data_->relationsOf(part).remove(id);
 }
 
-void Package::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) const {
+void Package::save(const std::filesystem::path& target, const SaveWatch& watch) const {
   using Change = ZipArchive::Change;
   std::vector<Change> changes;
   // The tables that were changed are printed here and live until the archive is written.
@@ -286,7 +286,7 @@ void Package::save(const std::filesystem::path& target, const UnfinishedFile& un
         std::any_of(changes.begin(), changes.end(), [&](const Change& one) { return one.name == name; });
     if (!isBack) changes.push_back({Change::Kind::remove, std::move(name), nullptr, nullptr});
   }
-  replaceFile(target, data_->archive->with(changes), unfinished);
+  replaceFile(target, data_->archive->with(changes), watch);
 }
 
 }  // namespace mervane::workbook

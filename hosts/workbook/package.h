@@ -91,7 +91,7 @@ class Package {
 
   /// Writes the package: a new file beside the target, synced, then renamed over it. The target may be the file that
   /// was opened. After a failure the target is what it was.
-  void save(const std::filesystem::path& target, const UnfinishedFile& unfinished = {}) const;
+  void save(const std::filesystem::path& target, const SaveWatch& watch = {}) const;
 
  private:
   struct Data;

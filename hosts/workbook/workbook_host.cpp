@@ -53,8 +53,8 @@ guard::AreaFacts WorkbookHost::areaFacts(std::string_view sheet, const CellArea&
   return workbook::areaFacts(data_->named(sheet), area);
 }
 
-void WorkbookHost::save(const std::filesystem::path& target, const UnfinishedFile& unfinished) {
-  data_->book.save(target, unfinished);
+void WorkbookHost::save(const std::filesystem::path& target, const SaveWatch& watch) {
+  data_->book.save(target, watch);
 }
 
 std::vector<WorkbookHost::SheetInfo> WorkbookHost::sheets() {

@@ -31,7 +31,7 @@ class WorkbookHost final : public hosts::OpenBook {
   [[nodiscard]] guard::AreaFacts areaFacts(std::string_view sheet, const CellArea& area) override;
   [[nodiscard]] guard::SortingFacts sortingFacts(std::string_view sheet, const CellArea& rows) override;
   /// Parts that nothing changed stay byte for byte.
-  void save(const std::filesystem::path& target, const UnfinishedFile& unfinished = {}) override;
+  void save(const std::filesystem::path& target, const SaveWatch& watch = {}) override;
   [[nodiscard]] std::vector<SheetInfo> sheets() override;
   [[nodiscard]] std::vector<std::string> sheetNames() const override;
   [[nodiscard]] std::string activeSheetName() const override;

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "cli/problem.h"
 #include "tests/cli/table_of.h"
 
 namespace mervane::cli {
@@ -42,6 +43,21 @@ TEST_F(OutputFileTest, TheOldFileStaysUntilTheCommit) {
   file->commit();
   EXPECT_EQ(get("a"), std::string(200000, 'x'));
   EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(OutputFileTest, ANewFileHasThePermissionsOfItsModelAndReplacesNothing) {
+  put("model", "x");
+  fs::permissions(path("model"), fs::perms::owner_read | fs::perms::owner_write);
+  const auto file = openNew(path("new"), path("model"));
+  file->write("content");
+  file->commit();
+  EXPECT_EQ(get("new"), "content");
+  EXPECT_EQ(fs::status(path("new")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  const auto late = openNew(path("late"), path("model"));
+  late->write("content");
+  put("late", "somebody else's");
+  EXPECT_THROW(late->commit(), Problem);
+  EXPECT_EQ(get("late"), "somebody else's");
 }
 
 TEST_F(OutputFileTest, WithoutACommitNothingIsLeftBehind) {

@@ -50,11 +50,12 @@ TEST(FileBytes, TheUnfinishedFileIsToldBeforeItIsThereAndOnceItIsTheTarget) {
   const TemporaryFolder folder;
   replaceFile(folder / "file", "old");
   std::vector<fs::path> told;
-  replaceFile(folder / "file", "new", [&](const fs::path& unfinished) {
+  const auto tell = [&](const fs::path& unfinished) {
     told.push_back(unfinished);
     EXPECT_EQ(filesIn(folder), 1U) << "neither before it is made nor at the end there is a second file";
     EXPECT_EQ(bytesOf(folder / "file"), told.size() == 1 ? "old" : "new");
-  });
+  };
+  replaceFile(folder / "file", "new", {.unfinished = tell});
   ASSERT_EQ(told.size(), 2U);
   EXPECT_EQ(told[0].parent_path(), (folder / "file").parent_path());
   EXPECT_NE(told[0], folder / "file");
@@ -65,7 +66,9 @@ TEST(FileBytes, AFileThatCannotBeReplacedLeavesNothingBesideIt) {
   const TemporaryFolder folder;
   fs::create_directory(folder / "target");
   std::vector<fs::path> told;
-  failureOf([&] { replaceFile(folder / "target", "new", [&](const fs::path& one) { told.push_back(one); }); });
+  failureOf([&] {
+    replaceFile(folder / "target", "new", {.unfinished = [&](const fs::path& one) { told.push_back(one); }});
+  });
   EXPECT_EQ(filesIn(folder), 1U);
   ASSERT_EQ(told.size(), 2U);
   EXPECT_TRUE(told[1].empty());
@@ -73,6 +76,34 @@ TEST(FileBytes, AFileThatCannotBeReplacedLeavesNothingBesideIt) {
   int number = 0;
   failureOf([&] { replaceFile(folder / "no such folder" / "file", "new"); }, &number);
   EXPECT_EQ(number, runtime::pathFileAccess.number);
+}
+
+TEST(FileBytes, TheNewFileIsNeverReadableForMoreThanTheOldOne) {
+  const TemporaryFolder folder;
+  replaceFile(folder / "file", "old");
+  constexpr auto mine = fs::perms::owner_read | fs::perms::owner_write;
+  fs::permissions(folder / "file", mine);
+  fs::path beside;
+  fs::perms before = fs::perms::unknown;
+  replaceFile(folder / "file", "new",
+              {.unfinished =
+                   [&](const fs::path& one) {
+                     if (!one.empty()) beside = one;
+                   },
+               .beforeReplacing = [&] { before = fs::status(beside).permissions(); }});
+  EXPECT_EQ(before, mine);
+}
+
+TEST(FileBytes, WhatIsRaisedJustBeforeTheReplacingKeepsTheOldFile) {
+  const TemporaryFolder folder;
+  replaceFile(folder / "file", "old");
+  const auto refusal = [&] {
+    EXPECT_EQ(filesIn(folder), 2U) << "the new file is whole by then";
+    throw Failure(runtime::pathFileAccess.number, "not now");
+  };
+  EXPECT_EQ(failureOf([&] { replaceFile(folder / "file", "new", {.beforeReplacing = refusal}); }), "not now");
+  EXPECT_EQ(bytesOf(folder / "file"), "old");
+  EXPECT_EQ(filesIn(folder), 1U);
 }
 
 }  // namespace

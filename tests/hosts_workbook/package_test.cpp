@@ -138,7 +138,7 @@ TEST_F(PackageTest, SavingOverTheFileThatWasOpenedKeepsItReadable) {
 
 TEST_F(PackageTest, TheUnfinishedFileIsToldOfAndGoneAfterwards) {
   std::vector<std::filesystem::path> told;
-  package_->save(path_, [&](const std::filesystem::path& one) { told.push_back(one); });
+  package_->save(path_, {.unfinished = [&](const std::filesystem::path& one) { told.push_back(one); }});
   ASSERT_EQ(told.size(), 2U);
   EXPECT_FALSE(told[0].empty());
   EXPECT_FALSE(std::filesystem::exists(told[0]));
