@@ -43,7 +43,8 @@ void Book::readWorkbook() {
   if (std::string_view(childNamed(root, "calcPr").attribute("refMode").value()) == "R1C1") referenceStyle = -4150;
 
   stylesPart_ = partOfKind("styles");
-  shared_.styles.load(stylesPart_.empty() ? std::string() : package_->read(stylesPart_), stylesPart_);
+  // Some writers name a part of formats and leave it out.
+  shared_.styles.load(package_->has(stylesPart_) ? package_->read(stylesPart_) : std::string(), stylesPart_);
   shared_.digitPixels = digitWidth(shared_.styles.fontName(0), shared_.styles.fontSize(0));
   shared_.texts.load(*package_, partOfKind("sharedStrings"));
   readSheets(root);

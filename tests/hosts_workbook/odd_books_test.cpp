@@ -134,6 +134,20 @@ TEST(OddBook, AnEmptyFormatIsThePlainOne) {
   EXPECT_EQ(sheet.find("=\"\"", sheet.find("<sheetData")), std::string::npos) << sheet;
 }
 
+TEST(OddBook, AMissingPartOfFormatsIsMade) {
+  BookText text = plainBook();
+  text.workbookRelations =
+      "<Relationship Id=\"rId8\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/styles\" "
+      "Target=\"formats.xml\"/>";
+  OpenBook book(text);
+  EXPECT_EQ(book.text("A1"), "Größe");
+  EXPECT_FALSE(book.saved().contains("xl/formats.xml"));
+  book.range("A2").Interior().ColorIndex(3);
+  const auto saved = book.saved();
+  EXPECT_TRUE(saved.contains("xl/formats.xml"));
+  EXPECT_NE(saved.at("[Content_Types].xml").find("/xl/formats.xml"), std::string::npos);
+}
+
 TEST(OddBook, NamesOfPartsAreFoundInEveryCase) {
   Parts parts = plainBook().parts();
   for (auto& [name, content] : parts) {
