@@ -199,6 +199,7 @@ class WorkbookCommand {
     talk_.detail("clustering " + printable(inputs) + ", writing to " + printable(outputs));
     inputNames_ = columnNames(*book_, *place);
     for (std::string& name : inputNames_) name = printable(name);
+    for (const std::string& loss : book_->cannotBeKept()) talk_.warning(loss);
     if (sorts) {
       const std::int32_t clusters = options_.run.network.clusters.value_or(1);
       const auto listing = listingArea(*book_, *place, outputs, options_.book, clusters);

@@ -52,6 +52,8 @@ class OpenBook : public BookCells, public guard::BookFacts {
   /// The blocks written since the file was opened, by sheet and place, for a dry run. Cells that were written and then
   /// got their old value back do not count. A block holds what columns side by side have in common.
   [[nodiscard]] virtual std::vector<WrittenBlock> written() = 0;
+  /// What the file cannot keep when it is saved with changes, one sentence without a full stop each: a signature.
+  [[nodiscard]] virtual std::vector<std::string> cannotBeKept() const { return {}; }
   /// What was done beside writing values, in words: rows that were sorted, charts that went.
   [[nodiscard]] virtual const std::vector<std::string>& notes() const = 0;
 };

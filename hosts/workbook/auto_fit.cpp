@@ -110,6 +110,11 @@ void autoFit(Sheet& sheet, std::int32_t firstColumn, std::int32_t lastColumn) {
   for (std::int32_t column = firstColumn; column <= lastColumn; ++column) {
     const double widest = sheet.fitCache().entry(column).widest;
     if (widest <= 0.0) continue;
+    const Columns::Span* span = sheet.columns().find(column);
+    if (span != nullptr && span->hidden) {
+      sheet.shared().notes.push_back("the hidden column " + columnLetters(column) + " of the sheet \"" + sheet.name() +
+                                     "\" is shown");
+    }
     sheet.columns().setFittedWidth(column, SheetGeometry::charactersFor(widest, sheet.shared().digitPixels));
   }
   sheet.geometry().forget();

@@ -171,6 +171,18 @@ std::vector<WorkbookHost::WrittenBlock> WorkbookHost::written() {
   return blocks;
 }
 
+std::vector<std::string> WorkbookHost::cannotBeKept() const {
+  constexpr std::string_view signature = "/digital-signature/origin";
+  std::vector<std::string> losses;
+  for (const Relation& relation : data_->book.package().relations("")) {
+    if (!relation.type.ends_with(signature)) continue;
+    losses.emplace_back(
+        "the workbook is signed, and the signature does not hold once something is changed; sign the result anew");
+    break;
+  }
+  return losses;
+}
+
 const std::vector<std::string>& WorkbookHost::notes() const {
   return data_->book.shared().notes;
 }

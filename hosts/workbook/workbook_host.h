@@ -44,6 +44,7 @@ class WorkbookHost final : public hosts::OpenBook {
   [[nodiscard]] std::vector<CellAddress> commentedCells(std::string_view sheet, const CellArea& area) override;
   [[nodiscard]] std::optional<CellArea> numericBlock(std::string_view sheet) override;
   [[nodiscard]] std::vector<WrittenBlock> written() override;
+  [[nodiscard]] std::vector<std::string> cannotBeKept() const override;
   [[nodiscard]] const std::vector<std::string>& notes() const override;
 
  private:

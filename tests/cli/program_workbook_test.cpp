@@ -86,6 +86,40 @@ TEST_F(ProgramWorkbook, InPlaceWritesTheFileItselfAndKeepsACopyWhereAsked) {
   EXPECT_EQ(folder.entries(), (std::vector<std::string>{"book.xlsx", "book.xlsx.bak"}));
 }
 
+TEST_F(ProgramWorkbook, SaysBeforehandThatASignatureWillNotHold) {
+  workbook::tests::BookText signedBook;
+  signedBook.sheet =
+      "<sheetData><row r=\"1\"><c r=\"A1\"><v>1</v></c></row><row r=\"2\"><c r=\"A2\"><v>2</v></c></row></sheetData>";
+  auto parts = signedBook.parts();
+  for (auto& [name, content] : parts) {
+    if (name != "_rels/.rels") continue;
+    content.insert(content.rfind("</"),
+                   "<Relationship Id=\"rId9\" Target=\"_xmlsignatures/origin.sigs\" "
+                   "Type=\"http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/origin\"/>");
+  }
+  const std::vector<std::string> command{"cluster", book, "--inputs", "Data!A1:A2", "--outputs", "Data!D2", "-k", "2"};
+  const std::string warning = "the workbook is signed, and the signature does not hold";
+  workbook::tests::writeZip(book, parts);
+  EXPECT_NE(runProgram(with(command, {"-o", out})).err.find(warning), std::string::npos);
+  EXPECT_NE(runProgram(with(command, {"--dry-run"})).err.find(warning), std::string::npos);
+  workbook::tests::writeZip(book, signedBook.parts());
+  EXPECT_EQ(runProgram(with(command, {"-o", out})).err.find(warning), std::string::npos);
+}
+
+TEST_F(ProgramWorkbook, ADryRunTellsOfHiddenColumnsThatWouldBeShown) {
+  workbook::tests::BookText hidden;
+  hidden.sheet =
+      "<cols><col min=\"1\" max=\"1\" width=\"9\" hidden=\"1\"/></cols>"
+      "<sheetData><row r=\"1\"><c r=\"A1\"><v>1</v></c></row><row r=\"2\"><c r=\"A2\"><v>2</v></c></row></sheetData>";
+  workbook::tests::writeZip(book, hidden.parts());
+  const std::vector<std::string> command{"cluster", book,         "--inputs", "Data!A1:A2", "--outputs",
+                                         "Data!D2", "--clusters", "2",        "--dry-run"};
+  const std::string told = runProgram(command).out;
+  const std::string note = "the hidden column A of the sheet \"Data\" is shown";
+  EXPECT_NE(told.find(note), std::string::npos) << told;
+  EXPECT_EQ(told.find(note), told.rfind(note)) << "once, though each block fits the column again";
+}
+
 TEST_F(ProgramWorkbook, OutputAndInPlaceExcludeEachOther) {
   twoGroups().write(book);
   EXPECT_EQ(clusterGroups({"--in-place", "-o", out}).status, 2);
