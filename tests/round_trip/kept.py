@@ -3,6 +3,7 @@
 import re
 
 from package_reader import TYPES, relations_name
+from reach import number_of
 
 SHEET_ORDER = (
     "sheetPr dimension sheetViews sheetFormatPr cols sheetData sheetCalcPr sheetProtection protectedRanges scenarios autoFilter"
@@ -16,22 +17,12 @@ BOOK_ORDER = (
     " oleSize customWorkbookViews pivotCaches smartTagPr smartTagTypes webPublishing fileRecoveryPr webPublishObjects extLst"
 ).split()
 
-# The columns that the run fits to their contents, the rows that it sorts, and all that it writes to.
-FITTED = range(2, 6)
-MOVED_COLUMNS = "ABCD"
+def in_order(old, root, order):
+    """A book whose children stand in another order from the start keeps them so."""
+    def ranks(node):
+        return [order.index(child.local) for child in node.elements() if child.local in order]
 
-
-def is_written(column, row):
-    return (column == "G" and 4 <= row <= 16) or (column in "BCDE" and 17 <= row <= 31)
-
-
-def is_sorted(column, row):
-    return column in MOVED_COLUMNS and 5 <= row <= 16
-
-
-def in_order(root, order):
-    ranks = [order.index(child.local) for child in root.elements() if child.local in order]
-    return [] if ranks == sorted(ranks) else [f"the children of {root.name} are out of order: {[c.local for c in root.elements()]}"]  # fmt: skip
+    return [] if ranks(root) == sorted(ranks(root)) or ranks(old) != sorted(ranks(old)) else [f"the children of {root.name} are out of order: {[c.local for c in root.elements()]}"]  # fmt: skip
 
 
 def differing(what, before, after, limit=300):
@@ -44,7 +35,7 @@ def package_holds_together(book):
     wrong += [f"something refers to {part}, which is missing" for part in sorted(reachable - set(book.parts))]
     defaults, overrides = book.content_types()
     wrong += [f"a content type is given for {part}, which is missing" for part in overrides if part not in book.parts]
-    for part in book.plain_parts():
+    for part in sorted(set(book.parts) - {TYPES}):
         if part not in overrides and part.rpartition(".")[2].lower() not in defaults:
             wrong.append(f"{part} has no content type")
     for part in book.parts:
@@ -90,8 +81,10 @@ def parts_are_kept(before, after, changed, gone):
 def styles_are_kept(before, after):
     """Formats are added behind those that were there; nothing else changes."""
     part = before.related(before.workbook(), "styles")
+    if part not in before.parts:
+        return [] if after.related(after.workbook(), "styles") in after.parts else ["there are no formats"]
     old, new = before.tree(part), after.tree(part)
-    wrong = differing("the head of the formats", old.attributes, new.attributes) + in_order(new, STYLE_ORDER)
+    wrong = differing("the head of the formats", old.attributes, new.attributes) + in_order(old, new, STYLE_ORDER)
     for child in old.elements():
         now = new.first(child.local)
         if now is None:
@@ -102,9 +95,9 @@ def styles_are_kept(before, after):
             wrong += differing(f"the count of {child.local}", now.get("count", str(len(now.elements()))), str(len(now.elements())))  # fmt: skip
         else:
             wrong += differing(child.local, child, now)
-    formats = new.first("cellXfs").elements()
+    formats = new.first("cellXfs").elements() if new.first("cellXfs") is not None else []
     for child, attribute in (("fonts", "fontId"), ("fills", "fillId"), ("borders", "borderId")):
-        count = len(new.first(child).elements())
+        count = len(new.first(child).elements()) if new.first(child) is not None else 0
         wrong += [f"a format refers to {child} {x.get(attribute)}" for x in formats if int(x.get(attribute, "0")) >= count]
     return wrong
 
@@ -112,7 +105,7 @@ def styles_are_kept(before, after):
 def workbook_is_kept(before, after, sheet, gone):
     """Only the hidden name of the filter, full calculation on load and the selected tab may differ."""
     old, new = before.tree(before.workbook()), after.tree(before.workbook())
-    wrong = differing("the head of the workbook", old.attributes, new.attributes) + in_order(new, BOOK_ORDER)
+    wrong = differing("the head of the workbook", old.attributes, new.attributes) + in_order(old, new, BOOK_ORDER)
     for child in new.elements():
         if old.first(child.local) is None and child.local not in ("definedNames", "calcPr"):
             wrong.append(f"the workbook has a new {child.local}")
@@ -141,17 +134,20 @@ def columns_of(node):
         # Some writers say true where others say 1.
         rest = {n: {"true": "1", "false": "0"}.get(v, v) for n, v in column.attributes.items() if n not in ("min", "max")}
         rest = {n: v for n, v in rest.items() if v != "0"}
+        if "width" in rest:
+            rest["width"] = float(rest["width"])
         for number in range(int(column.get("min")), int(column.get("max")) + 1):
             columns[number] = rest
     return columns
 
 
-def columns_are_kept(old, new):
+def columns_are_kept(old, new, reach):
     before, after = columns_of(old), columns_of(new)
     wrong = []
     for number in sorted({*before, *after}):
         was, now = dict(before.get(number, {})), dict(after.get(number, {}))
-        if number in FITTED:
+        if number in reach.fitted:
+            was.pop("hidden", None)  # A column is shown when it is fitted.
             for node in (was, now):
                 for name in ("width", "customWidth", "bestFit"):
                     node.pop(name, None)
@@ -167,7 +163,16 @@ def without_selection(views):
 
 
 def is_blank(cell, row):
-    return not cell.children and set(cell.attributes) <= {"r", "t"} and row.get("customFormat") != "1"
+    """Whether the cell says no more than a cell that is left out; a value may be there and be empty."""
+    plain = set(cell.attributes) <= {"r", "t"} or (set(cell.attributes) <= {"r", "t", "s"} and cell.get("s") in ("", "0"))
+    return not any(child.local != "v" or child.children for child in cell.elements()) and plain and row.get("customFormat") != "1"
+
+
+def format_around(column, row, columns):
+    """Of a cell that is left out."""
+    if row.get("customFormat") in ("1", "true"):
+        return row.get("s", "0")
+    return columns.get(number_of(column), {}).get("style", "0")
 
 
 def number_or_text(node):
@@ -179,13 +184,19 @@ def number_or_text(node):
 
 def cell_content(cell, shared=()):
     """Attributes but the format's, and all below; numbers as numbers; formulas that were shared by their presence alone."""
-    attributes = {n: v for n, v in cell.attributes.items() if n not in ("r", "s") and (n, v) != ("t", "n")}
+    attributes = {n: v for n, v in cell.attributes.items() if n not in ("r", "s") and (n, v) not in (("t", "n"), ("t", ""))}
     below = []
+    if cell.get("t") == "str" and cell.first("f") is None and cell.first("v") is not None:
+        return {**attributes, "t": "inlineStr"}, [cell.first("v").text()]
+    if cell.get("t") == "inlineStr" and [c.local for c in cell.elements()] == ["is"] and [c.local for c in cell.first("is").elements()] == ["t"]:
+        return attributes, [cell.first("is").text()]
     for child in cell.elements():
         if child.local == "v" and not child.children:
             continue  # Some writers put an empty value behind a formula that they have not computed.
-        if child.local == "v" and cell.get("t", "n") == "n":
+        if child.local == "v" and (cell.get("t") or "n") == "n":
             below.append(("v", number_or_text(child)))
+        elif child.local == "v":
+            below.append(("v", child.text()))
         elif child.local == "f" and cell.get("r") in shared:
             below.append("formula")  # NB: sorting gives each cell of a shared formula its own text.
         else:
@@ -195,7 +206,7 @@ def cell_content(cell, shared=()):
 
 def row_attributes(row, shown):
     left_out = {"spans", "hidden"} if int(row.get("r")) in shown else {"spans"}
-    return {name: value for name, value in row.attributes.items() if name not in left_out}
+    return {name: value for name, value in row.attributes.items() if name not in left_out and value}
 
 
 def shown_rows(root, option):
@@ -207,7 +218,7 @@ def shown_rows(root, option):
     return range(int(first), int(last) + 1)
 
 
-def rows_are_kept(old, new, shown, columns):
+def rows_are_kept(old, new, shown, columns, reach):
     """Rows with their attributes, and cells outside of what is written and sorted."""
     wrong = []
     rows = {row.get("r"): row for row in new.elements("row")}
@@ -219,52 +230,54 @@ def rows_are_kept(old, new, shown, columns):
             wrong.append(f"row {row.get('r')} is lost")
             continue
         wrong += differing(f"row {row.get('r')}", row_attributes(row, shown), row_attributes(now, shown))
-        wrong += cells_are_kept(row, now, columns)
+        wrong += cells_are_kept(row, now, columns, reach)
     wrong += [f"row {number} is still hidden" for number in shown if rows[str(number)].get("hidden") == "1"]
     return wrong
 
 
-def cells_are_kept(row, now, columns):
+def cells_are_kept(row, now, columns, reach):
     wrong = []
     shared = [c.get("r") for c in row.elements("c") if c.first("f") is not None and c.first("f").get("t") == "shared"]
     cells = {cell.get("r"): cell for cell in now.elements("c")}
     for cell in row.elements("c"):
         place = cell.get("r")
         column, number = re.fullmatch(r"([A-Z]+)(\d+)", place).groups()
-        if is_written(column, int(number)) or is_sorted(column, int(number)) or is_blank(cell, row):
+        if reach.is_written(column, int(number)) or reach.is_sorted(column, int(number)) or is_blank(cell, row):
             cells.pop(place, None)
             continue
         if place not in cells:
             wrong.append(f"{place} is lost")
             continue
         other = cells.pop(place)
-        wrong += differing(f"the format of {place}", cell.get("s", "0"), other.get("s", "0"))
-        wrong += differing(f"the content of {place}", cell_content(cell, shared), cell_content(other, shared))
+        if not reach.is_coloured(column, int(number)):
+            wrong += differing(f"the format of {place}", cell.get("s", "0"), other.get("s", "0"))
+        if not reach.is_scratch(column, int(number)):
+            wrong += differing(f"the content of {place}", cell_content(cell, shared), cell_content(other, shared))
     for place, cell in cells.items():
         column, number = re.fullmatch(r"([A-Z]+)(\d+)", place).groups()
-        # The column beside the measures holds the clusters while the rows are sorted, and is emptied again.
-        if column == "E" and not cell.children and cell.get("s", "0") == columns.get(5, {}).get("style", "0"):
+        # What was empty is empty again, in the format of its column.
+        if reach.is_scratch(column, int(number)) and not cell.children and cell.get("s", "0") == format_around(column, row, columns):
             continue
-        if not is_written(column, int(number)) and not is_sorted(column, int(number)):
+        if not reach.is_written(column, int(number)) and not reach.is_sorted(column, int(number)):
             wrong.append(f"{place} is new")
     wrong += differing("what stands beside the cells", [c for c in row.elements() if c.local != "c"], [c for c in now.elements() if c.local != "c"])  # fmt: skip
     return wrong
 
 
-def filter_is_right(old, new, option):
+def filter_is_right(old, new, option, reach):
     had, has = old.first("autoFilter"), new.first("autoFilter")
     if option == "--no-autofilter":
         return [] if has is None else ["the filter is still on"]
-    if had is not None:
+    if had is not None or not reach.has_heading:
         return differing("the filter that was on", had, has)
     return [] if has is not None or new.first("tableParts") is not None else ["the filter is not on"]
 
 
-def sheet_is_kept(before, after, recipe):
-    part = before.sheet(recipe.sheet)
+def sheet_is_kept(before, after, recipe, part=None):
+    part = part or before.sheet(recipe.sheet)
     old, new = before.tree(part), after.tree(part)
     wrong = differing("the head of the sheet", (old.name, old.attributes), (new.name, new.attributes))
-    wrong += in_order(new, SHEET_ORDER)
+    wrong += in_order(old, new, SHEET_ORDER)
     special = {"dimension", "sheetViews", "cols", "sheetData", "autoFilter"}
     if old.first("drawing") is None:
         special.add("drawing")
@@ -275,12 +288,18 @@ def sheet_is_kept(before, after, recipe):
             for node in (was, now):
                 node.attributes.pop("filterMode", None)
         wrong += differing(was.name, was, now)
-    wrong += differing("the views", *(without_selection(root.first("sheetViews")) for root in (old, new)))
-    wrong += columns_are_kept(old.first("cols"), new.first("cols"))
+    if old.first("sheetViews") is not None:
+        wrong += differing("the views", *(without_selection(root.first("sheetViews")) for root in (old, new)))
+    wrong += columns_are_kept(old.first("cols"), new.first("cols"), recipe.reach)
     shown = shown_rows(old, recipe.filter_option)
-    wrong += rows_are_kept(old.first("sheetData"), new.first("sheetData"), shown, columns_of(old.first("cols")))
-    wrong += filter_is_right(old, new, recipe.filter_option)
+    wrong += rows_are_kept(old.first("sheetData"), new.first("sheetData"), shown, columns_of(old.first("cols")), recipe.reach)
+    wrong += filter_is_right(old, new, recipe.filter_option, recipe.reach)
     return wrong
+
+
+def ids_of_shapes(drawing):
+    """The stand-ins for readers that lack a feature have none of their own."""
+    return [n.get("id") for n in drawing.descendants() if n.local == "cNvPr" and n.get("id") != "0"]
 
 
 def drawing_is_kept(before, after, recipe):
@@ -300,8 +319,10 @@ def drawing_is_kept(before, after, recipe):
         wrong += differing("the old anchors", kept, new[: len(kept)], 2000)
         new = new[len(kept) :]
     wrong += differing("the number of new anchors", len(new), 2)
-    shapes = [n.get("id") for n in after.tree(new_part).descendants() if n.local == "cNvPr"]
-    wrong += differing("the ids of the shapes", sorted(set(shapes)), sorted(shapes))
+    shapes = ids_of_shapes(after.tree(new_part))
+    twice = [one for one in shapes if shapes.count(one) > 1]
+    if old_part is None or len(set(ids_of_shapes(before.tree(old_part)))) == len(ids_of_shapes(before.tree(old_part))):
+        wrong += differing("the ids of the shapes that stand there twice", [], twice)
     relations = after.relations(new_part)
     for anchor in new:
         for node in anchor.descendants():
@@ -316,7 +337,7 @@ def everything(before, after, recipe, gone):
     drawing = before.related(part, "drawing")
     changed = {TYPES, work, part, relations_name(part), before.related(work, "styles"), *recipe.rewritten}
     changed |= {drawing, relations_name(drawing)} if drawing else set()
-    changed |= {relations_name(work)} if gone - set(recipe.gone) else set()
+    changed |= {relations_name(work)} if gone - set(recipe.gone) or before.related(work, "styles") is None else set()
     return [
         *package_holds_together(after),
         *parts_are_kept(before, after, changed, gone),

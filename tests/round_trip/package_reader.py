@@ -6,6 +6,8 @@ import urllib.parse
 import xml.parsers.expat
 import zipfile
 
+from reach import number_of
+
 TYPES = "[Content_Types].xml"
 
 
@@ -81,9 +83,36 @@ def tree(content):
     return root[0]
 
 
+def letters(number):
+    text = ""
+    while number > 0:
+        number, rest = divmod(number - 1, 26)
+        text = chr(65 + rest) + text
+    return text
+
+
+def with_addresses(root):
+    """Rows and cells may leave out where they are: each then stands behind the one before it."""
+    data = root.first("sheetData") if root.local == "worksheet" else None
+    number = 0
+    for row in data.elements("row") if data is not None else []:
+        number = int(row.attributes.setdefault("r", str(number + 1)))
+        column = 0
+        for cell in row.elements("c"):
+            place = cell.attributes.setdefault("r", f"{letters(column + 1)}{number}")
+            column = number_of(place.rstrip("0123456789"))
+    return root
+
+
 def relations_name(part):
     folder, _, file = part.rpartition("/")
     return f"{folder}/_rels/{file}.rels" if folder else f"_rels/{file}.rels"
+
+
+def part_name(text):
+    """Some writers separate folders as their own system does, or write the name of the table of types in their own way."""
+    name = text.replace("\\", "/").lstrip("/")
+    return TYPES if name.lower() == TYPES.lower() else name
 
 
 class PackageReader:
@@ -93,12 +122,15 @@ class PackageReader:
             assert damaged is None, f"{damaged} is damaged"
             self.entries = archive.namelist()
             assert len(set(self.entries)) == len(self.entries), "an entry stands there twice"
-            self.parts = {name: archive.read(name) for name in self.entries if not name.endswith("/")}
+            self.entries = [part_name(name) for name in self.entries]
+            files = (info for info in archive.infolist() if not info.filename.endswith("/"))
+            self.parts = {part_name(info.filename): archive.read(info) for info in files}
+        self.by_lower_name = {name.lower(): name for name in self.parts}
         self.trees = {}
 
     def tree(self, part):
         if part not in self.trees:
-            self.trees[part] = tree(self.parts[part])
+            self.trees[part] = with_addresses(tree(self.parts[part]))
         return self.trees[part]
 
     def relations(self, part):
@@ -110,9 +142,10 @@ class PackageReader:
         for node in self.tree(name).elements("Relationship"):
             target, external = node.get("Target"), node.get("TargetMode") == "External"
             if not external:
-                target = urllib.parse.unquote(target)
+                target = urllib.parse.unquote(target.replace("\\", "/"))
                 base = "" if target.startswith("/") else posixpath.dirname(part)
                 target = posixpath.normpath(posixpath.join(base, target.lstrip("/")))
+                target = self.by_lower_name.get(target.lower(), target)
             assert node.get("Id") not in result, f"{name} has the id {node.get('Id')} twice"
             result[node.get("Id")] = (node.get("Type").rpartition("/")[2], target, external)
         return result
@@ -124,7 +157,8 @@ class PackageReader:
             if node.local == "Default":
                 defaults[node.get("Extension").lower()] = node.get("ContentType")
             else:
-                part = node.get("PartName").lstrip("/")
+                part = part_name(node.get("PartName"))
+                part = self.by_lower_name.get(part.lower(), part)
                 assert part not in overrides, f"the content type of {part} stands there twice"
                 overrides[part] = node.get("ContentType")
         return defaults, overrides
@@ -152,6 +186,9 @@ class PackageReader:
                 return self.relations(self.workbook())[node.get("id")][1]
         raise AssertionError(f"there is no sheet {name}")
 
+    def worksheets(self):
+        return [target for kind, target, _ in self.relations(self.workbook()).values() if kind == "worksheet" and target in self.parts]
+
     def related(self, part, kind):
         return next((target for k, target, _ in self.relations(part).values() if k == kind), None)
 
@@ -167,12 +204,12 @@ class PackageReader:
         return {cell.get("r"): cell for row in rows for cell in row.elements("c")}
 
     def value(self, cell, texts):
-        kind = cell.get("t", "n")
+        kind = cell.get("t") or "n"
         if kind == "inlineStr":
             inside = cell.first("is")
             return "".join(t.text() for r in (inside, *inside.elements("r")) for t in r.elements("t"))
         value = cell.first("v")
-        if value is None:
+        if value is None or (kind != "str" and not value.text()):
             return None
         if kind == "n":
             return float(value.text())

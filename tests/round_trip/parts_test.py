@@ -15,7 +15,7 @@ import unittest
 import kept
 import program
 import results
-from package_reader import PackageReader, relations_name
+from package_reader import Node, PackageReader, relations_name
 from recipe import FIRST_ROW, LAST_ROW
 
 
@@ -37,11 +37,14 @@ class Formats:
     """The cell formats of a package, each looked up in its lists."""
 
     def __init__(self, book):
-        root = book.tree(book.related(book.workbook(), "styles"))
-        self.lists = {name: root.first(name).elements() for name in ("fonts", "fills", "borders", "cellXfs")}
+        part = book.related(book.workbook(), "styles")
+        self.has_any = part is not None
+        # A book without formats has the plain one of each list.
+        plain = {name: [Node(name, {})] for name in ("fonts", "fills", "borders", "cellXfs")}
+        self.lists = {name: book.tree(part).first(name).elements() for name in plain} if part else plain
 
     def of(self, cell):
-        return self.lists["cellXfs"][int(cell.get("s", "0"))]
+        return self.lists["cellXfs"][int(cell.get("s") or "0")]
 
     def fill(self, cell):
         node = self.lists["fills"][int(self.of(cell).get("fillId", "0"))].first("patternFill")
@@ -93,7 +96,7 @@ def moved_formats(before, after, part, clusters, sorts):
     for number, (origin, _) in enumerate(order, FIRST_ROW):
         for column in "ABCD":
             was, now = old[f"{column}{origin}"], new[f"{column}{number}"]
-            if old_formats.besides_fill(was) != new_formats.besides_fill(now):
+            if old_formats.has_any and old_formats.besides_fill(was) != new_formats.besides_fill(now):
                 wrong.append(f"{column}{number} has not the format that {column}{origin} had")
         was, now = old[f"A{origin}"], new[f"A{number}"]
         if kept.cell_content(was) != kept.cell_content(now):

@@ -8,6 +8,8 @@ to the right of the listing. What a book is about stands elsewhere on the sheet 
 import dataclasses
 import typing
 
+from reach import Reach
+
 HEADER = ("Name", "Length", "Width", "Height")
 FIRST_ROW = 5
 # Three groups that lie far apart, dealt in turn, so that sorting by cluster moves rows.
@@ -32,6 +34,7 @@ ROWS = tuple(
     )
 )
 LAST_ROW = FIRST_ROW + len(ROWS) - 1
+REACH = Reach((FIRST_ROW, 2, LAST_ROW, 4), (FIRST_ROW, 7), 3)
 
 
 @dataclasses.dataclass(frozen=True)
@@ -43,4 +46,5 @@ class Recipe:
     sorts: bool = True  # rows that a filter hides stand in the way
     gone: tuple[str, ...] = ()  # chart parts that the run has to remove, untitled ones or those of an earlier run
     rewritten: tuple[str, ...] = ()  # further parts that may differ, such as a table whose filter is switched off
+    reach: Reach = REACH
     has_plain_columns: bool = True  # beside the listing: columns of the width that every new sheet has
