@@ -107,24 +107,6 @@ TEST_F(WorkbookRefusals, TheResultIsNamedAsTheKindOfWorkbookThatItIs) {
   EXPECT_EQ(cluster("Data!A1:B2", "Data!D1", {"-o", folder.file("OUT.XLSX")}).status, 0);
 }
 
-TEST_F(WorkbookRefusals, AFailingRunNamesTheCellAndTheReason) {
-  const auto failed = [&](const std::string& reason) {
-    const Outcome outcome = cluster("Data!A1:B2", "Data!D2", {"--no-sort", "--on-error=abort"});
-    EXPECT_EQ(outcome.status, 4);
-    EXPECT_NE(outcome.err.find("COutputFormatting component failure"), std::string::npos) << outcome.err;
-    EXPECT_NE(outcome.err.find("mervane: error: the run failed; nothing is written\n         " + reason),
-              std::string::npos)
-        << outcome.err;
-    EXPECT_FALSE(std::filesystem::exists(out));
-  };
-  MadeBook made{{{"1", "2"}, {"3", "4"}}, "<mergeCells count=\"1\"><mergeCell ref=\"D2:D3\"/></mergeCells>"};
-  made.write(book);
-  failed("The cell Data!D3 is covered by the merged cells D2:D3. Take the merge apart");
-  made.behindCells = "<sheetProtection sheet=\"1\"/>";
-  made.write(book);
-  failed("The cell Data!D2 is on a protected sheet. Take the sheet's protection off");
-}
-
 TEST_F(WorkbookRefusals, KeepToTheLimitsOfTheDialog) {
   MadeBook{{{"1", "2"}, {"3", "4"}}, {}}.write(book);
   for (const std::vector<std::string>& flags : {std::vector<std::string>{"-k", "1"},
