@@ -48,8 +48,8 @@ def without_addresses(book):
 
 
 def empty_attributes(book):
-    """Formats, values and kinds that are there and say nothing."""
-    replace(book, SHEET, r'<c r="([BCD]\d+)"><v>', r'<c r="\1" s="" t=""><v>')
+    """Formats and values that are there and say nothing."""
+    replace(book, SHEET, r'<c r="([BCD]\d+)"><v>', r'<c r="\1" s=""><v>')
     replace(book, SHEET, "</sheetData>", '<row r="40" s=""><c r="M40" s="" t="s"><v/></c><c r="N40" t="b"><v></v></c></row></sheetData>')
 
 
