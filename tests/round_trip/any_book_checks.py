@@ -23,9 +23,17 @@ class Run:
 
 
 def title_of(book, part):
+    """None for a chart that shows no title. One with a single named series shows that name unless somebody took it away."""
     chart = book.tree(part).first("chart")
-    title = chart.first("title") if chart is not None else None
-    return title.text() if title is not None else None
+    if chart is None:
+        return None
+    if chart.first("title") is not None:
+        return chart.first("title").text()
+    taken_away = chart.first("autoTitleDeleted")
+    if taken_away is not None and taken_away.get("val", "1") in ("1", "true"):
+        return None
+    series = [node for node in chart.descendants() if node.local == "ser"]
+    return "" if len(series) == 1 and series[0].first("tx") is not None and series[0].first("tx").text().strip() else None
 
 
 def charts_that_go(before, after, sheet):
