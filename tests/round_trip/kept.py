@@ -119,9 +119,12 @@ def workbook_is_kept(before, after, sheet, gone):
         elif now is None:
             wrong.append(f"{child.local} is lost from the workbook")
         elif child.local == "calcPr":
+            # A book that is computed by hand stays so; it is told that its values are not the last ones.
+            manual = child.get("calcMode") == "manual"
+            mark, value = ("calcCompleted", "0") if manual else ("fullCalcOnLoad", "1")
             attributes = {**now.attributes}
-            wrong += differing("full calculation on load", attributes.pop("fullCalcOnLoad", None), "1")
-            rest = {n: v for n, v in child.attributes.items() if n != "fullCalcOnLoad"}
+            wrong += differing("calculation by hand" if manual else "full calculation on load", value, attributes.pop(mark, None))
+            rest = {n: v for n, v in child.attributes.items() if n != mark}
             wrong += differing("calcPr", rest, attributes)
         else:
             wrong += differing(child.local, child, now)
