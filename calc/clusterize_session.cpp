@@ -1,18 +1,26 @@
 #include "calc/clusterize_session.h"
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
+#include <com/sun/star/awt/MessageBoxButtons.hpp>
+#include <com/sun/star/awt/MessageBoxResults.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XTopWindow.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/CloseVetoException.hpp>
 #include <com/sun/star/util/XCloseBroadcaster.hpp>
 
 #include "calc/border.h"
 #include "calc/explained_messages.h"
+#include "calc/guarded_window.h"
 #include "calc/proposal.h"
 #include "calc/references.h"
 #include "calc/remembered_ranges.h"
+#include "calc/run_guard.h"
 #include "calc/run_refusal.h"
 #include "calc/run_watch.h"
 #include "calc/silent_run.h"
@@ -150,6 +158,9 @@ void ClusterizeSession::open() {
       return refusal ? refusal->sentence : std::string();
     });
   }
+  services_->createOptionWindow = [this, create = services_->createOptionWindow] {
+    return guardedWindow(create(), [this](const platform::OptionItems& options) { return mayRun(options); });
+  };
   services_->messageBox = explainedMessages(services_->messageBox, [this](const std::string& one) { return why(one); });
   globals::platform(services_);
   host_ = std::make_unique<calc::CalcHost>(office_.context, document_);
@@ -170,6 +181,54 @@ void ClusterizeSession::propose() {
   if (const auto proposal = proposeFromSelection(document_)) ranges = {proposal->inputs, proposal->outputs};
   classifier_->CellInputs(ranges.inputs);
   classifier_->CellOutputs(ranges.outputs);
+}
+
+/// Asked when "Clusterize" has been pressed. What cannot be looked at is left to the run itself.
+bool ClusterizeSession::mayRun(const platform::OptionItems& options) {
+  Objections objections;
+  atBorder([&] {
+    host_->flush();  // What was known of the document may have changed while the dialog was open.
+    const auto cells = host_->cells();
+    const auto facts = host_->facts();
+    objections = objectionsTo(options, *cells, *facts, [this](const std::string& sheet) { show(sheet); });
+  });
+  if (!objections.refusal.empty()) {
+    if (request_.silent) report_ = objections.refusal;
+    if (!request_.silent) static_cast<void>(ask(objections.refusal, awt::MessageBoxButtons::BUTTONS_OK));
+    return false;
+  }
+  if (request_.silent) {
+    if (request_.overwrites || objections.question.empty()) return true;
+    report_ = objections.question.substr(0, objections.question.rfind("\n\n")) +
+              "\n\nGive the option Overwrite with true to let it go.";
+    return false;
+  }
+  const std::string& question = objections.question.empty() ? objections.tornApart : objections.question;
+  if (question.empty()) return true;
+  const sal_Int32 buttons = awt::MessageBoxButtons::BUTTONS_YES_NO | awt::MessageBoxButtons::DEFAULT_BUTTON_NO;
+  return ask(question, buttons) == awt::MessageBoxResults::YES;
+}
+
+/// Before the dialog, which is open then.
+sal_Int16 ClusterizeSession::ask(const std::string& text, sal_Int32 buttons) {
+  sal_Int16 answer = awt::MessageBoxResults::CANCEL;
+  const auto type =
+      buttons == awt::MessageBoxButtons::BUTTONS_OK ? awt::MessageBoxType_WARNINGBOX : awt::MessageBoxType_QUERYBOX;
+  atBorder([&] {
+    const auto toolkit = office_.create<awt::XExtendedToolkit>("com.sun.star.awt.Toolkit");
+    const uno::Reference<awt::XWindowPeer> dialog(toolkit->getActiveTopWindow(), uno::UNO_QUERY);
+    const uno::Reference<awt::XWindowPeer> window(frame_->getContainerWindow(), uno::UNO_QUERY);
+    answer = showMessage(office_, dialog.is() ? dialog : window, type, text, buttons);
+  });
+  return answer;
+}
+
+void ClusterizeSession::show(const std::string& sheet) {
+  const uno::Reference<star::sheet::XSpreadsheetDocument> book(document_, uno::UNO_QUERY_THROW);
+  const uno::Reference<star::sheet::XSpreadsheetView> view(frame_->getController(), uno::UNO_QUERY_THROW);
+  const uno::Reference<star::sheet::XSpreadsheet> one(book->getSheets()->getByName(toOffice(sheet)),
+                                                      uno::UNO_QUERY_THROW);
+  if (one != view->getActiveSheet()) view->setActiveSheet(one);
 }
 
 /// Where the trouble lies that the component tells of.

@@ -15,6 +15,7 @@
 #include "calc/office.h"
 #include "calc/office_services.h"
 #include "calc/silent_run.h"
+#include "platform/option_item.h"
 
 namespace mervane {
 class Classifier3;
@@ -35,6 +36,8 @@ struct Request {
   /// Nobody is asked and nothing is shown: the options are entered, "Clusterize" is pressed, and the first failure
   /// ends the run.
   bool silent = false;
+  /// A silent run may remove and overwrite what stands on the sheets.
+  bool overwrites = false;
 };
 
 /// How it ended.
@@ -74,6 +77,9 @@ class ClusterizeSession final
   [[nodiscard]] OfficeDesk desk();
   void open();
   void propose();
+  [[nodiscard]] bool mayRun(const platform::OptionItems& options);
+  [[nodiscard]] sal_Int16 ask(const std::string& text, sal_Int32 buttons);
+  void show(const std::string& sheet);
   [[nodiscard]] std::string why(const std::string& message) const;
   void showUntilPick();
   [[nodiscard]] std::string showOnce();

@@ -11,6 +11,7 @@
 #include "calc/border.h"
 #include "calc/clusterize_session.h"
 #include "calc/main_thread_call.h"
+#include "mervane/letter_case.h"
 
 namespace mervane::addin {
 namespace {
@@ -40,9 +41,13 @@ Request requestOf(const Arguments& arguments) {
     const std::string name = fromOffice(argument.Name);
     // What the office's own dispatching adds.
     if (name == "SynchronMode" || name == "Referer" || name == "KeyModifier") continue;
+    if (lowered(name) == "overwrite") {
+      argument.Value >>= request.overwrites;
+      continue;
+    }
     request.options.emplace_back(name, valueOf(argument.Value));
   }
-  request.silent = !request.options.empty();
+  request.silent = !request.options.empty() || request.overwrites;
   return request;
 }
 

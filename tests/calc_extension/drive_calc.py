@@ -19,7 +19,7 @@ from com.sun.star.sheet.ConditionOperator import GREATER
 from com.sun.star.sheet.FilterOperator import EQUAL
 from com.sun.star.sheet.ValidationType import DECIMAL
 from office import Failed, Office, cells, expect, looks, properties, wait_for
-from refusals import expect_refusal, refusals
+from refusals import expect_refusal, harms, refusals
 from screen import Controls, Screen
 from speed import formulas_beside_the_inputs
 
@@ -94,12 +94,13 @@ class Driver:
             self.undo_beside_other_things(office)
             answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
             expect(answer.State == 1 and cells(document) == after, "the next run gives the same again")
-            answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
+            answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, Overwrite=True)
             expect(answer.State == 1, "a run over the results of the last one succeeds")
             expect(len(sheet.Charts.ElementNames) == 2, "a run replaces the charts of the last one")
             step("runs can follow each other")
 
             refusals(office, document, self.copy_of_book("reading.xlsx"))
+            harms(office, self.copy_of_book("harms.xlsx"))
             expect_refusal(office, document, {"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS},
                            'Invalid cell reference.\nInputs: there is no sheet "Nowhere"; the only one is "Iris"')
             document.close(True)
@@ -150,7 +151,7 @@ class Driver:
 
         before = state()
         expect(len(before["hidden"]) == 100, "the filter hides the other species")
-        answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, Clusters=3, AutoFilter=False)
+        answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, Clusters=3, AutoFilter=False, Overwrite=True)
         expect(answer.State == 1, f"a run beside other things succeeds: {answer.Result}")
         run = state()
         expect(run["filter"][0] is False and not run["hidden"], "a run without filter switches the filter off")
@@ -264,6 +265,18 @@ class Driver:
 
     def wait_until_closed(self):
         wait_for(lambda: not self.dialog_is_open(), "the dialog is closed")
+
+    def enter(self, name, text):
+        self.controls.click(name, ROLE_EDIT)
+        self.screen.keys("ctrl+a")
+        self.screen.type(text)
+        self.screen.keys("Tab")
+        wait_for(lambda: self.field(name) == text, f"{name} takes {text}")
+
+    def agree(self):
+        """Answers the question whether to clusterize all the same."""
+        self.screen.wait_for_window("Mervane", exactly=True)
+        self.screen.keys("alt+y")
 
     def field(self, name):
         return self.controls.text(name, ROLE_EDIT)
@@ -391,11 +404,23 @@ class Driver:
     def failing(self):
         """A run that meets a failure shows the report; Abort ends it."""
         document = self.office.load(self.copy_of_book("protected.xlsx"))
-        document.Sheets.getByIndex(0).protect("")
+        sheet = document.Sheets.getByIndex(0)
+        rows = tuple(tuple(float(row * factor % 97) for factor in range(3, 11)) for row in range(4000))
+        sheet.getCellRangeByName("K2:R4001").setDataArray(rows)
+        self.office.on_main_thread(lambda: document.CurrentController.select(sheet.getCellRangeByName("K2:R4001")))
         before = cells(document)
         asked = self.office.dispatch_beside(document)
         self.screen.wait_for_window("Mervane Kelvash")
+        expect(self.field("Inputs:") == "Iris!K2:R4001", "the selected range is proposed")
+        self.enter("Epochs:", "99998")
+        self.enter("Clusters:", "40")
         self.controls.click("Clusterize")
+        # What stands beside the numbers does not move with them, which is asked about.
+        self.agree()
+        wait_for(lambda: not self.dialog_is_open(), "the long run is on")
+        # What could be known has been looked at before; this comes in the middle of the run.
+        sheet.protect("")
+        self.screen.keys("Escape")
         self.screen.wait_for_window("Error", exactly=True)
         names = self.controls.names()
         for name in ("An error occurred in MervaneClass", "Abort", "Retry", "Ignore"):
@@ -468,6 +493,13 @@ class Driver:
         self.open_dialog()
         proposed = (self.field("Inputs:"), self.field("Outputs:"))
         expect(proposed == (INPUTS, OUTPUTS), f"the next run is proposed for the same ranges: {proposed}")
+        after_run = cells(self.document)
+        self.controls.click("Clusterize")
+        self.screen.wait_for_window("Mervane", exactly=True)
+        self.keep_picture("calc-question.png", "Mervane$")
+        self.screen.keys("Return")
+        wait_for(lambda: "Mervane" not in self.screen.windows(), "the question has gone")
+        expect(self.dialog_is_open() and cells(self.document) == after_run, "No, the default, runs nothing and goes back to the dialog")
         self.screen.keys("Escape")
         self.wait_until_closed()
         before_undo = cells(self.document)

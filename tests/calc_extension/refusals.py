@@ -1,6 +1,6 @@
 """What the add-in refuses, and what it says about it."""
 
-from office import expect
+from office import cells, expect
 
 INPUTS, OUTPUTS = "Iris!B2:E151", "Iris!G2"
 DATE = 2  # com.sun.star.util.NumberFormat.DATE
@@ -62,3 +62,53 @@ def refusals(office, document, copy_for_reading):
     expect(answer.State == 0 and "for reading only" in answer.Result, f"a document for reading is refused: {answer.Result!r}")
     locked.close(True)
     step("what cannot be done is refused with a sentence that names the place")
+
+
+def add_chart(sheet, name, source, title):
+    """A chart over some cells, with a title or none."""
+    from com.sun.star.awt import Rectangle
+    sheet.Charts.addNewByName(name, Rectangle(15000, 500, 6000, 4000), (sheet.getCellRangeByName(source).RangeAddress,), True, True)
+    chart = sheet.Charts.getByName(name).EmbeddedObject
+    chart.HasMainTitle = bool(title)
+    if title:
+        chart.Title.String = title
+
+
+def harms(office, copy):
+    """What a run would remove or overwrite is refused without leave, and what it would fail at always; nothing is written then."""
+    document = office.load(copy)
+    sheet = document.Sheets.getByIndex(0)
+    ranges = {"Inputs": INPUTS, "Outputs": OUTPUTS}
+    before = cells(document)
+
+    def expect_told(options, *sentences):
+        answer = office.dispatch(document, **options)
+        expect(answer.State == 0, f"{options} is refused")
+        for sentence in sentences:
+            expect(sentence in answer.Result, f"{options} is refused by {sentence!r}, not {answer.Result!r}")
+        expect(cells(document) == before, f"nothing is written by {options}")
+
+    expect_told({"Inputs": INPUTS, "Outputs": "Iris!C3"}, "the listing at Iris!C2:C152 would overwrite the inputs Iris!B2:E151",
+                "It would go with Outputs Iris!H2.")
+    sheet.protect("")
+    expect_told({**ranges, "Overwrite": True}, "protected")
+    sheet.unprotect("")
+
+    # The sheet of the inputs becomes the active one; charts of another sheet are none of the run's business.
+    document.Sheets.insertNewByName("Other", 1)
+    other = document.Sheets.getByName("Other")
+    add_chart(other, "other", "A1:B3", "")
+    add_chart(sheet, "untitled", "B1:C9", "")
+    add_chart(sheet, "own", "B1:C9", "Sizes")
+    office.on_main_thread(lambda: document.CurrentController.setActiveSheet(other))
+    expect_told(ranges, "the chart without a title at Iris!", "would be deleted", "Give the option Overwrite with true")
+    answer = office.dispatch(document, **ranges, Overwrite=True)
+    expect(answer.State == 1, f"a run that may overwrite succeeds: {answer.Result}")
+    expect(document.CurrentController.ActiveSheet.Name == "Iris", "the sheet of the inputs is the active one")
+    expect(other.Charts.ElementNames == ("other",), "a chart without a title on another sheet stays")
+    expect("own" in sheet.Charts.ElementNames and "untitled" not in sheet.Charts.ElementNames,
+           f"of the charts of the sheet the one without a title goes: {sheet.Charts.ElementNames}")
+    before = cells(document)
+    expect_told(ranges, "the listing would overwrite", "the statistics would overwrite")
+    document.close(True)
+    step("what a run would remove or overwrite is refused without leave, and other sheets are left alone")

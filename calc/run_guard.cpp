@@ -1,0 +1,135 @@
+#include "calc/run_guard.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "checks/refusal.h"
+#include "checks/text_display.h"
+#include "guard/harms.h"
+#include "guard/proposal.h"
+#include "mervane/convert.h"
+#include "support/globals.h"
+
+namespace mervane::addin {
+
+namespace {
+
+using guard::Harm;
+using guard::Plan;
+using hosts::BookCells;
+using platform::OptionItems;
+using sheet::CellAddress;
+using sheet::CellArea;
+
+/// The check boxes of the dialog that say what is printed and drawn.
+struct Switch {
+  bool Plan::*planned;
+  const char* key;
+};
+constexpr Switch switches[] = {
+    {&Plan::sort, "SORTCLUSTERS"},      {&Plan::autofilter, "AUTOFILTER"},
+    {&Plan::charts, "DRAWCHARTS"},      {&Plan::averages, "AVERAGES"},
+    {&Plan::minimums, "MINIMUMS"},      {&Plan::maximums, "MAXIMUMS"},
+    {&Plan::weights, "CLUSTERWEIGHTS"}, {&Plan::weightedAverages, "WEIGHTEDAVERAGES"},
+};
+
+std::string textOf(const OptionItems& options, const char* key) {
+  return toText(options.Item(key).Value, globals::locale());
+}
+
+/// Nothing where the component itself is about to refuse the run.
+std::optional<Plan> planOf(const OptionItems& options, BookCells& cells, const ActivateSheet& activate) {
+  const std::string inputsText = textOf(options, "INPUTS");
+  const std::string outputsText = textOf(options, "OUTPUTS");
+  const auto inputs = cells.find(inputsText);
+  if (!inputs || inputs->area.rows() == 1) return std::nullopt;
+  activate(inputs->sheet);
+  if (!checks::whyRefused(cells, {}, {}, inputsText, outputsText).empty()) return std::nullopt;
+  const auto outputs = cells.find(outputsText);
+  if (!outputs) return std::nullopt;
+  Plan plan;
+  plan.inputSheet = inputs->sheet;
+  plan.inputs = inputs->area;
+  plan.outputSheet = outputs->sheet;
+  plan.outputs = {outputs->area.firstRow, outputs->area.firstColumn};
+  plan.clusters = toInt32(options.Item("CLUSTERS").Value, globals::locale());
+  plan.oneColumn = options.Item("SPLITONE").Checked;
+  for (const Switch& one : switches) plan.*one.planned = options.Item(one.key).Checked;
+  return plan;
+}
+
+/// What to change in the dialog so that the run harms nothing; empty where nothing helps.
+std::string insteadOf(const OptionItems& options, const Plan& plan, guard::BookFacts& facts) {
+  const auto harmless = guard::harmlessPlan(plan, facts);
+  if (!harmless) return {};
+  std::string text;
+  const auto add = [&text](const std::string& change) { text += (text.empty() ? "" : ", ") + change; };
+  if (harmless->outputs != plan.outputs || harmless->outputSheet != plan.outputSheet) {
+    const CellAddress at = harmless->outputs;
+    add("with Outputs " + checks::referenceOf({harmless->outputSheet, {at.row, at.column, at.row, at.column}}));
+  }
+  for (const Switch& one : switches) {
+    if (plan.*one.planned == (*harmless).*one.planned) continue;
+    add(((*harmless).*one.planned ? "with " : "without ") + checks::quoted(options.Item(one.key).Caption));
+  }
+  return text;
+}
+
+std::string listed(const std::vector<Harm>& harms, bool forbidden) {
+  std::string text;
+  for (const Harm& harm : harms) {
+    if (harm.isForbidden == forbidden) text += "\n- " + checks::printable(harm.text);
+  }
+  return text;
+}
+
+/// The columns right of the inputs that hold something in their rows: sorting leaves them where they are.
+std::string tornApart(const Plan& plan, guard::BookFacts& facts) {
+  if (!plan.sort) return {};
+  const auto used = facts.sheetFacts(plan.inputSheet).used;
+  const CellArea listing = guard::listing(plan);
+  std::string columns;
+  for (std::int32_t column = plan.inputs.lastColumn + 1; used && column <= used->lastColumn; ++column) {
+    const bool isListing =
+        plan.inputSheet == plan.outputSheet && column >= listing.firstColumn && column <= listing.lastColumn;
+    const CellArea beside{plan.inputs.firstRow, column, plan.inputs.lastRow, column};
+    if (isListing || facts.areaFacts(plan.inputSheet, beside).filledCount == 0) continue;
+    columns += (columns.empty() ? "" : ", ") + sheet::columnLetters(column);
+  }
+  if (columns.empty()) return {};
+  const bool isOne = columns.find(',') == std::string::npos;
+  return std::string("\n- sorting would leave the cells of ") + (isOne ? "column " : "columns ") + columns +
+         ", right of the inputs, where they are, so that they no longer stand beside their rows";
+}
+
+}  // namespace
+
+Objections objectionsTo(const OptionItems& options, BookCells& cells, guard::BookFacts& facts,
+                        const ActivateSheet& activate) {
+  const auto plan = planOf(options, cells, activate);
+  if (!plan) return {};
+  const std::vector<Harm> harms = guard::harmsOf(*plan, facts);
+  Objections objections;
+  if (guard::isForbidden(harms)) {
+    const std::string instead = insteadOf(options, *plan, facts);
+    objections.refusal =
+        "The sheet does not allow that run:" + listed(harms, true) + "\n\n" +
+        (instead.empty() ? "Choose other cells, or change the sheet first." : "It would go " + instead + ".");
+    return objections;
+  }
+  constexpr const char* goOn = "\n\nClusterize all the same?";
+  const std::string torn = tornApart(*plan, facts);
+  if (!harms.empty()) {
+    const std::string instead = insteadOf(options, *plan, facts);
+    objections.question = "The run would remove or overwrite what is there:" + listed(harms, false) + torn +
+                          (instead.empty() ? "" : "\n\nIt would harm nothing " + instead + ".") + goOn;
+  }
+  if (!torn.empty()) {
+    objections.tornApart = "The run would tear rows apart:" + torn + "\n\nIt would not without " +
+                           checks::quoted(options.Item("SORTCLUSTERS").Caption) + "." + goOn;
+  }
+  return objections;
+}
+
+}  // namespace mervane::addin
