@@ -136,6 +136,19 @@ bool ContentMemory::holdsTheSameAs(const ContentMemory& other, sal_Int32 column,
   return own != nullptr && others != nullptr && *own == *others;
 }
 
+bool ContentMemory::isMovedIn(const Spreadsheet& sheet, const CellRangeAddress& cells,
+                              const std::vector<sal_Int32>& places) const {
+  const auto now =
+      uno::Reference<sheetapi::XCellRangeData>(rangeOf(sheet, cells), uno::UNO_QUERY_THROW)->getDataArray();
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const sal_Int32 row = cells.StartRow + static_cast<sal_Int32>(i);
+    for (sal_Int32 column = cells.StartColumn; column <= cells.EndColumn; ++column) {
+      if (now[places[i]][column - cells.StartColumn] != valueAt(column, row)) return false;
+    }
+  }
+  return true;
+}
+
 void ContentMemory::restore(const Spreadsheet& sheet) const {
   const ContentMemory now(sheet, area_);
   Writer writer(sheet, *this);

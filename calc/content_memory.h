@@ -4,6 +4,7 @@
 #include <com/sun/star/table/CellRangeAddress.hpp>
 #include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 #include "calc/office.h"
 
@@ -13,6 +14,12 @@ namespace mervane::addin {
 class ContentMemory {
  public:
   ContentMemory(const uno::Reference<star::sheet::XSpreadsheet>& sheet, const star::table::CellRangeAddress& area);
+
+  /// Whether these cells stand elsewhere by now, row by row.
+  /// @param cells cells of the area
+  /// @param places the new place of each row among them, from 0
+  [[nodiscard]] bool isMovedIn(const uno::Reference<star::sheet::XSpreadsheet>& sheet,
+                               const star::table::CellRangeAddress& cells, const std::vector<sal_Int32>& places) const;
 
   /// Writes the cells that hold something else by now, and no others: what is not remembered, such as links, formats
   /// of single letters and array formulas, stays wherever nothing has changed.

@@ -38,16 +38,28 @@ std::string textOf(const OptionItems& options, const char* key) {
   return toText(options.Item(key).Value, globals::locale());
 }
 
+/// Whether the first column holds one number throughout, which is no data to the component. All cells are numbers.
+bool isOneValue(BookCells& cells, const BookCells::Place& place) {
+  const auto number = [&](std::int32_t row) {
+    return toDouble(cells.cellValueOrEmpty(place.sheet, {row, place.area.firstColumn}), globals::locale());
+  };
+  const double first = number(place.area.firstRow);
+  for (std::int32_t row = place.area.firstRow + 1; row <= place.area.lastRow; ++row) {
+    if (number(row) != first) return false;
+  }
+  return true;
+}
+
 /// Nothing where the component itself is about to refuse the run.
 std::optional<Plan> planOf(const OptionItems& options, BookCells& cells, const ActivateSheet& activate) {
   const std::string inputsText = textOf(options, "INPUTS");
   const std::string outputsText = textOf(options, "OUTPUTS");
   const auto inputs = cells.find(inputsText);
-  if (!inputs || inputs->area.rows() == 1) return std::nullopt;
+  if (!inputs) return std::nullopt;
   activate(inputs->sheet);
   if (!checks::whyRefused(cells, {}, {}, inputsText, outputsText).empty()) return std::nullopt;
   const auto outputs = cells.find(outputsText);
-  if (!outputs) return std::nullopt;
+  if (!outputs || isOneValue(cells, *inputs)) return std::nullopt;
   Plan plan;
   plan.inputSheet = inputs->sheet;
   plan.inputs = inputs->area;

@@ -48,6 +48,7 @@ class RunWatch::Work {
 
  private:
   [[nodiscard]] std::vector<star::table::CellRangeAddress> writtenCells() const;
+  void noteSorting();
   void epochDone(std::int32_t epoch);
   void look(std::int32_t epoch);
   bool pressed(int key);
@@ -103,6 +104,15 @@ void RunWatch::Work::end(const std::function<void()>& writeAll) {
   };
   const Ending ending{*this};
   if (writeAll) writeAll();
+  atBorder([&] { noteSorting(); });
+}
+
+/// For the undo step: the component keeps the cluster numbers in the order that the rows had before.
+void RunWatch::Work::noteSorting() {
+  const auto inputs = rangeOf(document_, classifier_.CellInputs());
+  if (!undo_ || !inputs) return;
+  const Array<std::int32_t> clusters = classifier_.Outputs();
+  undo_->mayHaveSorted(*inputs, {clusters.elements().begin(), clusters.elements().end()});
 }
 
 /// What a run writes at most: the rows of the input with one column more, five blocks of a row for each cluster under

@@ -2,21 +2,20 @@
 
 #include <algorithm>
 #include <com/sun/star/container/XIndexAccess.hpp>
-#include <com/sun/star/drawing/XDrawPage.hpp>
-#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
-#include <com/sun/star/table/XTableChartsSupplier.hpp>
 #include <set>
 #include <utility>
 
 #include "calc/border.h"
+#include "calc/chart_memory.h"
 #include "calc/content_memory.h"
 #include "calc/filter_memory.h"
 #include "calc/look_memory.h"
+#include "calc/row_memory.h"
 
 namespace mervane::addin {
 
@@ -51,19 +50,28 @@ CellRangeAddress wholeArea(const Spreadsheet& sheet, const std::vector<CellRange
 /// The same of one sheet.
 class SheetMemory::Sheet {
  public:
-  Sheet(uno::Reference<star::frame::XModel> document, sal_Int16 position, const std::vector<CellRangeAddress>& written)
+  Sheet(const Office& office, uno::Reference<star::frame::XModel> document, sal_Int16 position,
+        const std::vector<CellRangeAddress>& written)
       : document_(std::move(document)),
         position_(position),
         area_(wholeArea(sheet(), written)),
         contents_(sheet(), area_),
         looks_(sheet(), area_),
-        filter_(document_, position) {
+        filter_(document_, position),
+        rows_(sheet(), area_.EndRow),
+        charts_(office, document_, sheet()) {
     widths_ = eachColumn([](const Properties& column, sal_Int32) { return column->getPropertyValue("Width"); });
-    for (const rtl::OUString& name : charts()->getElementNames()) charts_.insert(name);
+  }
+
+  [[nodiscard]] sal_Int16 position() const { return position_; }
+  [[nodiscard]] const ContentMemory& contents() const { return contents_; }
+  [[nodiscard]] Spreadsheet sheet() const {
+    const uno::Reference<sheetapi::XSpreadsheetDocument> book(document_, uno::UNO_QUERY_THROW);
+    const uno::Reference<star::container::XIndexAccess> sheets(book->getSheets(), uno::UNO_QUERY_THROW);
+    return Spreadsheet(sheets->getByIndex(position_), uno::UNO_QUERY_THROW);
   }
 
   void restore() const {
-    restoreCharts();
     contents_.restore(sheet());
     looks_.restore(document_, sheet());
     eachColumn([&](const Properties& column, sal_Int32 index) {
@@ -72,21 +80,13 @@ class SheetMemory::Sheet {
       return uno::Any();
     });
     filter_.restore();
+    rows_.restore(sheet());
+    // Last, since they lie over the cells and are placed by them.
+    charts_.restore(sheet());
   }
 
  private:
   using Properties = uno::Reference<star::beans::XPropertySet>;
-
-  [[nodiscard]] Spreadsheet sheet() const {
-    const uno::Reference<sheetapi::XSpreadsheetDocument> book(document_, uno::UNO_QUERY_THROW);
-    const uno::Reference<star::container::XIndexAccess> sheets(book->getSheets(), uno::UNO_QUERY_THROW);
-    return Spreadsheet(sheets->getByIndex(position_), uno::UNO_QUERY_THROW);
-  }
-
-  [[nodiscard]] uno::Reference<star::table::XTableCharts> charts() const {
-    const uno::Reference<star::table::XTableChartsSupplier> supplier(sheet(), uno::UNO_QUERY_THROW);
-    return uno::Reference<star::table::XTableCharts>(supplier->getCharts(), uno::UNO_SET_THROW);
-  }
 
   template <class Work>
   std::vector<uno::Any> eachColumn(Work&& work) const {
@@ -99,40 +99,43 @@ class SheetMemory::Sheet {
     return answers;
   }
 
-  /// By their drawing objects: the collection of charts frees a chart twice while the office records no changes.
-  void restoreCharts() const {
-    const uno::Reference<star::drawing::XDrawPageSupplier> supplier(sheet(), uno::UNO_QUERY_THROW);
-    const uno::Reference<star::drawing::XDrawPage> page(supplier->getDrawPage(), uno::UNO_SET_THROW);
-    const auto present = charts();
-    for (sal_Int32 i = page->getCount() - 1; i >= 0; --i) {
-      const uno::Reference<star::drawing::XShape> shape(page->getByIndex(i), uno::UNO_QUERY_THROW);
-      const Properties properties(shape, uno::UNO_QUERY_THROW);
-      rtl::OUString name;
-      if (!properties->getPropertySetInfo()->hasPropertyByName("PersistName")) continue;
-      properties->getPropertyValue("PersistName") >>= name;
-      if (present->hasByName(name) && charts_.count(name) == 0) page->remove(shape);
-    }
-  }
-
   uno::Reference<star::frame::XModel> document_;
   sal_Int16 position_;
   CellRangeAddress area_;
   ContentMemory contents_;
   LookMemory looks_;
   FilterMemory filter_;
+  RowMemory rows_;
+  ChartMemory charts_;
   std::vector<uno::Any> widths_;
-  std::set<rtl::OUString> charts_;
 };
 
-SheetMemory::SheetMemory(const uno::Reference<star::frame::XModel>& document,
+SheetMemory::SheetMemory(const Office& office, const uno::Reference<star::frame::XModel>& document,
                          const std::vector<CellRangeAddress>& written)
-    : document_(document) {
+    : office_(office), document_(document), written_(written) {
   std::set<sal_Int16> sheets;
   for (const CellRangeAddress& area : written) sheets.insert(area.Sheet);
-  for (const sal_Int16 sheet : sheets) remembered_.push_back(std::make_unique<Sheet>(document, sheet, written));
+  for (const sal_Int16 sheet : sheets) remembered_.push_back(std::make_unique<Sheet>(office, document, sheet, written));
 }
 
 SheetMemory::~SheetMemory() = default;
+
+void SheetMemory::mayHaveBeenSorted(const CellRangeAddress& cells, const std::vector<std::int32_t>& keys) {
+  const std::vector<sal_Int32> places = placesBySort(keys);
+  if (static_cast<std::size_t>(cells.EndRow - cells.StartRow) + 1 != places.size()) return;
+  if (std::ranges::is_sorted(places)) return;
+  for (const auto& one : remembered_) {
+    if (one->position() != cells.Sheet || !one->contents().isMovedIn(one->sheet(), cells, places)) continue;
+    const CellRangeAddress moved(cells.Sheet, 0, cells.StartRow, cells.EndColumn + 1, cells.EndRow);
+    order_ = RowOrder{moved, inverse(places)};
+  }
+}
+
+std::shared_ptr<SheetMemory> SheetMemory::ofNow() const {
+  auto now = std::make_shared<SheetMemory>(office_, document_, written_);
+  if (order_) now->order_ = RowOrder{order_->moved, inverse(order_->places)};
+  return now;
+}
 
 void SheetMemory::restore() const {
   struct Locked {
@@ -143,6 +146,10 @@ void SheetMemory::restore() const {
     }
   };
   const Locked locked(document_);
+  for (const auto& one : remembered_) {
+    // Where this fails, the cells are written back one by one.
+    if (order_ && order_->moved.Sheet == one->position()) atBorder([&] { moveRows(one->sheet(), *order_); });
+  }
   for (const auto& sheet : remembered_) sheet->restore();
 }
 

@@ -5,7 +5,12 @@
 #include <com/sun/star/document/XUndoAction.hpp>
 #include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XSheetCellRange.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <functional>
 #include <utility>
 
 #include "calc/border.h"
@@ -22,44 +27,98 @@ void recordChanges(const Document& document, bool on) {
   set(uno::Reference<star::beans::XPropertySet>(document, uno::UNO_QUERY_THROW), "IsUndoEnabled", uno::Any(on));
 }
 
-/// Puts a document back as it was, when the office is done with its own part of undoing: what is changed within that
-/// part is recorded as a new step, which destroys the one that is being undone.
-class PuttingBack final : public cppu::WeakImplHelper1<awt::XCallback> {
- public:
-  PuttingBack(Document document, std::shared_ptr<const SheetMemory> before)
-      : document_(std::move(document)), before_(std::move(before)) {}
-  void SAL_CALL notify(const uno::Any&) override {
-    atBorder([&] { recordChanges(document_, false); });
-    atBorder([&] { before_->restore(); });
-    atBorder([&] { recordChanges(document_, true); });
-  }
+using Memory = std::shared_ptr<const SheetMemory>;
 
- private:
-  Document document_;
-  std::shared_ptr<const SheetMemory> before_;
-};
+uno::Reference<star::document::XUndoManager> managerOf(const Document& document) {
+  const uno::Reference<star::document::XUndoManagerSupplier> supplier(document, uno::UNO_QUERY_THROW);
+  return {supplier->getUndoManager(), uno::UNO_SET_THROW};
+}
 
-/// The office keeps this in its list.
+/// The line above the sheet goes on showing what the cell held before, until another cell has been selected.
+void showCurrentCell(const Document& document) {
+  const uno::Reference<star::view::XSelectionSupplier> view(document->getCurrentController(), uno::UNO_QUERY);
+  if (!view.is()) return;
+  const uno::Any selected = view->getSelection();
+  const uno::Reference<star::sheet::XSheetCellRange> cells(selected, uno::UNO_QUERY);
+  const uno::Reference<star::sheet::XCellRangeAddressable> place(selected, uno::UNO_QUERY);
+  if (!cells.is() || !place.is()) return;
+  const auto at = place->getRangeAddress();
+  const sal_Int32 beside = at.StartColumn > 0 ? at.StartColumn - 1 : at.EndColumn + 1;
+  view->select(uno::Any(cells->getSpreadsheet()->getCellRangeByPosition(beside, at.StartRow, beside, at.StartRow)));
+  view->select(selected);
+}
+
+/// One step, done or undone. The office keeps it in its list.
 class Step final : public cppu::WeakImplHelper1<star::document::XUndoAction> {
  public:
-  Step(uno::Reference<uno::XComponentContext> context, Document document, std::shared_ptr<const SheetMemory> before,
-       rtl::OUString title)
-      : context_(std::move(context)),
-        document_(std::move(document)),
-        before_(std::move(before)),
-        title_(std::move(title)) {}
+  Step(const Office& office, Document document, std::shared_ptr<const SheetMemory> before, rtl::OUString title)
+      : office_(office), document_(std::move(document)), before_(std::move(before)), title_(std::move(title)) {}
+  /// The same as it stands behind an undo.
+  Step(const Step& done, Memory after)
+      : office_(done.office_),
+        document_(done.document_),
+        before_(done.before_),
+        after_(std::move(after)),
+        title_(done.title_) {}
 
   rtl::OUString SAL_CALL getTitle() override { return title_; }
   void SAL_CALL undo() override {
-    atBorder([&] { awt::AsyncCallback::create(context_)->addCallback(new PuttingBack(document_, before_), {}); });
+    // The office lets a step come behind an undo only by undoing it.
+    if (after_) return;
+    later([](const Step& step) { step.putBefore(); });
   }
-  /// Not reached: nothing is left in the office's list behind an undo.
-  void SAL_CALL redo() override {}
+  void SAL_CALL redo() override {
+    later([](const Step& step) { step.putAfter(); });
+  }
 
  private:
-  uno::Reference<uno::XComponentContext> context_;
+  using Work = std::function<void(const Step&)>;
+
+  /// Work is done when the office is done with its own part of undoing: what is changed within that part is recorded as
+  /// a new step, which destroys the one that is being undone.
+  class Call final : public cppu::WeakImplHelper1<awt::XCallback> {
+   public:
+    Call(const rtl::Reference<Step>& step, Work work) : step_(step), work_(std::move(work)) {}
+    void SAL_CALL notify(const uno::Any&) override {
+      atBorder([&] { work_(*step_); });
+    }
+
+   private:
+    rtl::Reference<Step> step_;
+    Work work_;
+  };
+  void later(const Work& work) {
+    atBorder([&] {
+      const rtl::Reference<Call> call(new Call(this, work));
+      awt::AsyncCallback::create(office_.context)->addCallback(call.get(), {});
+    });
+  }
+
+  void put(const SheetMemory& memory) const {
+    atBorder([&] { recordChanges(document_, false); });
+    atBorder([&] { memory.restore(); });
+    atBorder([&] { recordChanges(document_, true); });
+    atBorder([&] { showCurrentCell(document_); });
+  }
+  void putBefore() const {
+    Memory after;
+    atBorder([&] { after = before_->ofNow(); });
+    put(*before_);
+    if (!after) return;
+    const auto manager = managerOf(document_);
+    manager->addUndoAction(new Step(*this, after));
+    manager->undo();
+  }
+  void putAfter() const {
+    put(*after_);
+    managerOf(document_)->addUndoAction(new Step(office_, document_, before_, title_));
+  }
+
+  Office office_;
   Document document_;
-  std::shared_ptr<const SheetMemory> before_;
+  Memory before_;
+  /// Of a step that stands behind an undo.
+  Memory after_;
   rtl::OUString title_;
 };
 
@@ -68,17 +127,17 @@ class Step final : public cppu::WeakImplHelper1<star::document::XUndoAction> {
 UndoStep::UndoStep(const Office& office, const Document& document,
                    const std::vector<star::table::CellRangeAddress>& written, const char* title)
     : office_(office), document_(document), title_(rtl::OUString::createFromAscii(title)) {
-  before_ = std::make_shared<SheetMemory>(document, written);
+  before_ = std::make_shared<SheetMemory>(office, document, written);
   recordChanges(document_, false);
 }
 
 UndoStep::~UndoStep() {
   atBorder([&] { recordChanges(document_, true); });
-  atBorder([&] {
-    const uno::Reference<star::document::XUndoManagerSupplier> supplier(document_, uno::UNO_QUERY_THROW);
-    const uno::Reference<star::document::XUndoManager> manager(supplier->getUndoManager(), uno::UNO_SET_THROW);
-    manager->addUndoAction(new Step(office_.context, document_, before_, title_));
-  });
+  atBorder([&] { managerOf(document_)->addUndoAction(new Step(office_, document_, before_, title_)); });
+}
+
+void UndoStep::mayHaveSorted(const star::table::CellRangeAddress& cells, const std::vector<std::int32_t>& keys) {
+  before_->mayHaveBeenSorted(cells, keys);
 }
 
 }  // namespace mervane::addin

@@ -22,10 +22,14 @@ class UndoStep {
   UndoStep(const UndoStep&) = delete;
   UndoStep& operator=(const UndoStep&) = delete;
 
+  /// Rows may have been sorted by these numbers.
+  /// @param cells the cells of the rows that hold what was sorted
+  void mayHaveSorted(const star::table::CellRangeAddress& cells, const std::vector<std::int32_t>& keys);
+
  private:
   Office office_;
   uno::Reference<star::frame::XModel> document_;
-  std::shared_ptr<const SheetMemory> before_;
+  std::shared_ptr<SheetMemory> before_;
   rtl::OUString title_;
 };
 

@@ -22,6 +22,7 @@ from office import Failed, Office, cells, expect, looks, properties, wait_for
 from refusals import expect_refusal, harms, refusals
 from screen import Controls, Screen
 from speed import formulas_beside_the_inputs
+from undoing import undoing_is_whole
 
 ROLE_EDIT, ROLE_LABEL = 60, 30
 INPUTS, OUTPUTS = "Iris!B2:E151", "Iris!G2"
@@ -92,6 +93,7 @@ class Driver:
             expect(looks(sheet) == looks_before, "undoing the step brings back formats and widths")
             step("one undo takes back what a run wrote")
             self.undo_beside_other_things(office)
+            undoing_is_whole(office, self.copy_of_book("whole.xlsx"))
             answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS)
             expect(answer.State == 1 and cells(document) == after, "the next run gives the same again")
             answer = office.dispatch(document, Inputs=INPUTS, Outputs=OUTPUTS, Overwrite=True)
