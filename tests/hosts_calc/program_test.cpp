@@ -124,5 +124,20 @@ TEST_F(ProgramWithCalc, AKilledProgramTakesItsOfficeAlong) {
   EXPECT_EQ(folder.entries(), std::vector<std::string>{"data.ods"});
 }
 
+TEST_F(ProgramWithCalc, AProgramThatIsKilledAsSoonAsItsOfficeBeginsTakesItAlong) {
+  const auto pause = std::chrono::milliseconds(5);
+  for (int attempt = 0; attempt < 8; ++attempt) {
+    ProgramRun run(start(folder.file("out.ods")));
+    const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    // Without a pause, so that the kill comes between the first steps.
+    while (scratch.entries().empty() && std::chrono::steady_clock::now() < until) {
+    }
+    run.send(SIGKILL);
+    EXPECT_EQ(run.finish().signal, SIGKILL);
+    while (!scratch.entries().empty() && std::chrono::steady_clock::now() < until) std::this_thread::sleep_for(pause);
+    ASSERT_TRUE(scratch.entries().empty()) << "attempt " << attempt;
+  }
+}
+
 }  // namespace
 }  // namespace mervane::tests
