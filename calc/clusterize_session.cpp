@@ -153,10 +153,11 @@ void ClusterizeSession::open() {
   }
   services_ = officeServices(desk());
   if (request_.silent) {
-    makeSilent(*services_, withReadReferences(request_.options, document_), report_, [this](const auto& items) {
-      const auto refusal = runRefusal(document_, items);
-      return refusal ? refusal->sentence : std::string();
-    });
+    makeSilent(*services_, withReadReferences(request_.options, document_),
+               request_.remembers ? Memory::kept : Memory::leftAlone, report_, [this](const auto& items) {
+                 const auto refusal = runRefusal(document_, items);
+                 return refusal ? refusal->sentence : std::string();
+               });
   }
   services_->createOptionWindow = [this, create = services_->createOptionWindow] {
     return guardedWindow(create(), [this](const platform::OptionItems& options) { return mayRun(options); });

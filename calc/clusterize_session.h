@@ -36,6 +36,8 @@ struct Request {
   /// Nobody is asked and nothing is shown: the options are entered, "Clusterize" is pressed, and the first failure
   /// ends the run.
   bool silent = false;
+  /// A silent run's options are remembered for the next dialog.
+  bool remembers = false;
   /// A silent run may remove and overwrite what stands on the sheets.
   bool overwrites = false;
 };

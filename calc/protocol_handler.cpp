@@ -34,6 +34,12 @@ Variant valueOf(const uno::Any& value) {
   return std::string();
 }
 
+bool isOn(const Variant& value) {
+  if (const double* number = value.getIf<double>()) return *number != 0.0;
+  const std::string* text = value.getIf<std::string>();
+  return text != nullptr && (lowered(*text) == "true" || *text == "1");
+}
+
 /// With options the run is silent, so that macros and scripts can cluster without anybody at the screen.
 Request requestOf(const Arguments& arguments) {
   Request request;
@@ -41,13 +47,15 @@ Request requestOf(const Arguments& arguments) {
     const std::string name = fromOffice(argument.Name);
     // What the office's own dispatching adds.
     if (name == "SynchronMode" || name == "Referer" || name == "KeyModifier") continue;
-    if (lowered(name) == "overwrite") {
-      argument.Value >>= request.overwrites;
+    const std::string key = lowered(name);
+    if (key == "overwrite" || key == "remember") {
+      request.silent = true;
+      (key == "overwrite" ? request.overwrites : request.remembers) = isOn(valueOf(argument.Value));
       continue;
     }
     request.options.emplace_back(name, valueOf(argument.Value));
   }
-  request.silent = !request.options.empty() || request.overwrites;
+  request.silent = request.silent || !request.options.empty();
   return request;
 }
 

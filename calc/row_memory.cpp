@@ -31,26 +31,36 @@ RowMemory::RowMemory(const Spreadsheet& sheet, sal_Int32 lastRow) {
   }
 }
 
-void RowMemory::restore(const Spreadsheet& sheet) const {
+/// Changes what is not done, rows below one another that are to be alike at once.
+template <class IsDone, class Change>
+void RowMemory::stretches(const Spreadsheet& sheet, IsDone isDone, Change change) const {
   const RowMemory now(sheet, static_cast<sal_Int32>(rows_.size()) - 1);
-  // Rows below one another that change alike are changed at once.
-  const auto stretches = [&](const auto& isDone, const auto& change) {
-    for (std::size_t first = 0; first < rows_.size();) {
-      std::size_t next = first + 1;
-      if (!isDone(first)) {
-        while (next < rows_.size() && !isDone(next) && rows_[next] == rows_[first]) ++next;
-        change(rowsOf(sheet, static_cast<sal_Int32>(first), static_cast<sal_Int32>(next) - 1), rows_[first]);
-      }
-      first = next;
+  const auto done = [&](std::size_t i) { return isDone(now.rows_[i], rows_[i]); };
+  for (std::size_t first = 0; first < rows_.size();) {
+    std::size_t next = first + 1;
+    if (!done(first)) {
+      while (next < rows_.size() && !done(next) && rows_[next] == rows_[first]) ++next;
+      change(rowsOf(sheet, static_cast<sal_Int32>(first), static_cast<sal_Int32>(next) - 1), rows_[first]);
     }
-  };
-  stretches([&](std::size_t i) { return now.rows_[i].height == rows_[i].height; },
-            [](const Properties& rows, const Row& row) { set(rows, "Height", uno::Any(row.height)); });
-  // NB: a row that was as high as its contents asked for is so again, and not fixed at what that was.
-  stretches([&](std::size_t i) { return now.rows_[i].height == rows_[i].height || !rows_[i].isAutomatic; },
-            [](const Properties& rows, const Row& row) { set(rows, "OptimalHeight", uno::Any(row.isAutomatic)); });
-  stretches([&](std::size_t i) { return now.rows_[i].isVisible == rows_[i].isVisible; },
-            [](const Properties& rows, const Row& row) { set(rows, "IsVisible", uno::Any(row.isVisible)); });
+    first = next;
+  }
+}
+
+void RowMemory::restoreHeights(const Spreadsheet& sheet) const {
+  const auto isAsHigh = [](const Row& now, const Row& before) { return now.height == before.height; };
+  // NB: a row that was as high as its contents asked for is so again, and not fixed at what that was, where the office
+  // comes to the same height.
+  stretches(
+      sheet, [&](const Row& now, const Row& before) { return isAsHigh(now, before) || !before.isAutomatic; },
+      [](const Properties& rows, const Row&) { set(rows, "OptimalHeight", uno::Any(true)); });
+  stretches(sheet, isAsHigh,
+            [](const Properties& rows, const Row& before) { set(rows, "Height", uno::Any(before.height)); });
+}
+
+void RowMemory::restoreShown(const Spreadsheet& sheet) const {
+  stretches(
+      sheet, [](const Row& now, const Row& before) { return now.isVisible == before.isVisible; },
+      [](const Properties& rows, const Row& before) { set(rows, "IsVisible", uno::Any(before.isVisible)); });
 }
 
 }  // namespace mervane::addin

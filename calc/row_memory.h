@@ -13,8 +13,10 @@ class RowMemory {
   /// @param lastRow zero-based, as in the office; rows below are not remembered
   RowMemory(const uno::Reference<star::sheet::XSpreadsheet>& sheet, sal_Int32 lastRow);
 
-  /// Contents and the filter must have been put back before: both may show, hide and resize rows.
-  void restore(const uno::Reference<star::sheet::XSpreadsheet>& sheet) const;
+  /// Contents must have been put back before, which may resize rows. A row that is resized is shown.
+  void restoreHeights(const uno::Reference<star::sheet::XSpreadsheet>& sheet) const;
+  /// Heights and the filter must have been put back before.
+  void restoreShown(const uno::Reference<star::sheet::XSpreadsheet>& sheet) const;
 
  private:
   struct Row {
@@ -23,6 +25,9 @@ class RowMemory {
     sal_Int32 height = 0;
     bool operator==(const Row&) const = default;
   };
+  template <class IsDone, class Change>
+  void stretches(const uno::Reference<star::sheet::XSpreadsheet>& sheet, IsDone isDone, Change change) const;
+
   std::vector<Row> rows_;
 };
 

@@ -79,8 +79,9 @@ class SheetMemory::Sheet {
       if (column->getPropertyValue("Width") != width) column->setPropertyValue("Width", width);
       return uno::Any();
     });
+    rows_.restoreHeights(sheet());
     filter_.restore();
-    rows_.restore(sheet());
+    rows_.restoreShown(sheet());
     // Last, since they lie over the cells and are placed by them.
     charts_.restore(sheet());
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "dialog/store_to_read_from.h"
 #include "dialog/store_without_places.h"
 #include "mervane/convert.h"
 #include "platform/headless/headless_error_window.h"
@@ -60,8 +61,16 @@ std::string switchIn(HeadlessOptionWindow& window, const OptionItem& item, const
   return {};
 }
 
+/// The layout of the listing is remembered as one setting, which the dialog shows as two.
+std::string chooseLayout(HeadlessOptionWindow& window, const std::string& key, const std::string& text) {
+  if (text != "0" && text != "1") return key + " takes 1 for one column, or 0 for a column for each cluster";
+  window.click(text == "1" ? "SPLITONE" : "SPLITMULTIPLE");
+  return {};
+}
+
 std::string enter(HeadlessOptionWindow& window, const std::string& key, const std::string& text) {
   const std::string known = upper(key);
+  if (known == "OUTSPLIT") return chooseLayout(window, key, text);
   if (!window.options().Contains(known)) return key + " is no option of the dialog";
   const OptionItem& item = window.options().Item(known);
   std::string trouble;
@@ -85,7 +94,7 @@ std::string enter(HeadlessOptionWindow& window, const std::string& key, const st
 
 }  // namespace
 
-void makeSilent(platform::Services& services, const EnteredOptions& options, std::string& report,
+void makeSilent(platform::Services& services, const EnteredOptions& options, Memory memory, std::string& report,
                 const std::function<std::string(const platform::OptionItems& items)>& refusalOf) {
   const auto user = std::make_shared<platform::HeadlessUser>();
   user->atNextShowing([options, &report, refusalOf](HeadlessOptionWindow& window) {
@@ -103,7 +112,10 @@ void makeSilent(platform::Services& services, const EnteredOptions& options, std
     window.click("ABORT");
   });
   services.messageBox = std::make_shared<KeptMessage>(report);
-  if (services.keyStore) services.keyStore = dialog::storeWithoutPlaces(services.keyStore);
+  if (services.keyStore) {
+    services.keyStore = memory == Memory::kept ? dialog::storeWithoutPlaces(services.keyStore)
+                                               : dialog::storeToReadFrom(services.keyStore);
+  }
   // Nobody is there to be rung for.
   class SilentScreen final : public platform::Screen {
    public:

@@ -103,17 +103,27 @@ class Driver:
 
             refusals(office, document, self.copy_of_book("reading.xlsx"))
             harms(office, self.copy_of_book("harms.xlsx"))
-            expect_refusal(office, document, {"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS},
-                           'Invalid cell reference.\nInputs: there is no sheet "Nowhere"; the only one is "Iris"')
+            self.remembering(office, document)
             document.close(True)
             self.conforming(office)
             formulas_beside_the_inputs(office)
             expect(office.quit(), "the office quits by itself")
         finally:
             office.kill()
-        remembered = subprocess.run([str(self.mervane), "settings", "list"], capture_output=True, text=True, check=False).stdout
-        expect("Nowhere!B2:E9" in remembered, "the command line program knows what the dialog remembers")
-        step("options are remembered in the store of the command line program")
+
+    def remembering(self, office, document):
+        """A run of a macro leaves what the dialog remembers alone, unless it is told to remember."""
+        def remembered():
+            return subprocess.run([str(self.mervane), "settings", "list"], capture_output=True, text=True, check=False).stdout
+
+        before = remembered()
+        missing = {"Inputs": "Nowhere!B2:E9", "Outputs": OUTPUTS}
+        told = 'Invalid cell reference.\nInputs: there is no sheet "Nowhere"; the only one is "Iris"'
+        expect_refusal(office, document, missing, told)
+        expect(remembered() == before, f"nothing is remembered without being asked for: {remembered()}")
+        expect_refusal(office, document, {**missing, "Remember": True}, told)
+        expect("Nowhere!B2:E9" in remembered(), "the command line program knows what the dialog remembers")
+        step("options are remembered in the store of the command line program, if that is asked for")
 
     def undo_beside_other_things(self, office):
         """What a run does not write stays through its undoing, and a filter that it switched off comes back."""

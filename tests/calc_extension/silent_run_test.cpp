@@ -15,8 +15,8 @@ namespace {
 class SilentRun : public testing::Test {
  protected:
   /// @return how the dialog was left
-  std::string play(const EnteredOptions& options) {
-    makeSilent(*machine.services, options, report);
+  std::string play(const EnteredOptions& options, Memory memory = Memory::kept) {
+    makeSilent(*machine.services, options, memory, report);
     dialog.Show();
     return dialog.Tag();
   }
@@ -56,6 +56,34 @@ TEST_F(SilentRun, TheEntriesAreRememberedAndThePlaceOfTheUnseenWindowIsNot) {
   EXPECT_GT(values, 20U);
 }
 
+TEST_F(SilentRun, WhatIsRememberedIsStartedFromAndLeftAlone) {
+  EXPECT_EQ(play({{"Clusters", "4"}, {"Epochs", "50"}}), "CLASSIFY");
+  frmMain next;
+  makeSilent(*machine.services, {{"Clusters", "5"}}, Memory::leftAlone, report);
+  next.Show();
+  EXPECT_EQ(next.Tag(), "CLASSIFY");
+  EXPECT_EQ(next.Clusters(), "5");
+  EXPECT_EQ(next.Epochs(), "50");
+  for (const dialog::RememberedOption& option : dialog::rememberedOptions()) {
+    if (option.key != "CLUSTERS") continue;
+    EXPECT_EQ(option.value, Variant(std::int32_t{4}));
+  }
+}
+
+TEST_F(SilentRun, TheLayoutIsTakenByTheNameAndTheValuesThatSettingsShow) {
+  EXPECT_EQ(play({{"OUTSPLIT", "0"}}), "CLASSIFY");
+  EXPECT_FALSE(dialog.SplitToOneColumn());
+  frmMain next;
+  makeSilent(*machine.services, {{"OutSplit", 1.0}}, Memory::kept, report);
+  next.Show();
+  EXPECT_TRUE(next.SplitToOneColumn());
+  frmMain bad;
+  makeSilent(*machine.services, {{"OUTSPLIT", "2"}}, Memory::kept, report);
+  bad.Show();
+  EXPECT_EQ(bad.Tag(), "CLOSE");
+  EXPECT_EQ(report, "OUTSPLIT takes 1 for one column, or 0 for a column for each cluster");
+}
+
 TEST_F(SilentRun, ANumberMeansTheSameInEveryLocale) {
   machine.services->locale = localeNamed("de-DE");
   EXPECT_EQ(play({{"LearningRate", 0.25}, {"InitialWeights", "0,75"}, {"Clusters", 4.0}, {"ActivationFunction", 2.0}}),
@@ -82,7 +110,7 @@ TEST_F(SilentRun, WhatTheDialogDoesNotTakeEndsTheRunWithASentence) {
   for (const auto& [key, told] : cases) {
     report.clear();
     frmMain form;
-    makeSilent(*machine.services, {{key, "1"}}, report);
+    makeSilent(*machine.services, {{key, "1"}}, Memory::kept, report);
     form.Show();
     EXPECT_EQ(report, told);
     EXPECT_EQ(form.Tag(), told.empty() ? "CLASSIFY" : "CLOSE") << key;
@@ -98,7 +126,7 @@ TEST_F(SilentRun, AChoiceOrASwitchThatIsNoneIsRefused) {
 }
 
 TEST_F(SilentRun, MessagesAndFailureReportsAreKeptTheFirstOfThem) {
-  makeSilent(*machine.services, {}, report);
+  makeSilent(*machine.services, {}, Memory::kept, report);
   using platform::MessageBox;
   EXPECT_EQ(machine.services->messageBox->show("first", MessageBox::Buttons::ok), MessageBox::Answer::ok);
   EXPECT_EQ(machine.services->messageBox->show("second", MessageBox::Buttons::abortRetryIgnore),

@@ -18,7 +18,8 @@ def seconds_beside(office, cell_text):
     sheet.getCellRangeByPosition(0, 0, 3, ROWS - 1).setDataArray(numbers)
     sheet.getCellRangeByPosition(4, 0, 4, ROWS - 1).setFormulaArray(tuple((cell_text(row + 1),) for row in range(ROWS)))
     begin = processor_seconds(office)
-    answer = office.dispatch(document, Inputs=f"{sheet.Name}!A1:D{ROWS}", Outputs=f"{sheet.Name}!H1", Clusters=3, Epochs=100)
+    answer = office.dispatch(document, Inputs=f"{sheet.Name}!A1:D{ROWS}", Outputs=f"{sheet.Name}!H1", Clusters=3, Epochs=100,
+                             Overwrite=True)
     seconds = processor_seconds(office) - begin
     expect(answer.State == 1, f"a run beside formulas succeeds: {answer.Result}")
     document.setModified(False)
