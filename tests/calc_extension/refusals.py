@@ -21,8 +21,9 @@ def entries(office, document):
     expect_refusal(office, document, {"Clusters": 1}, "Clusters does not take 1")
     expect_refusal(office, document, {"Inputs": INPUTS, "Outputs": OUTPUTS, "Clusters": 998},
                    "Clusters: 998 clusters cannot be made of 150 rows; give 2 to 150.")
+    # Nothing is remembered of the runs before.
     expect_refusal(office, document, {"Clusters": 3, "Outputs": ""}, "Invalid cell reference.\n"
-                   "Outputs is empty; give a reference such as Sheet1!A2:D151")
+                   "Inputs is empty; give a reference such as Sheet1!A2:D151")
     invalid = "Invalid cell reference.\n"
     for inputs, outputs, where in (
             ("Iris!B2:B3", "", "Outputs is empty; give a reference such as Sheet1!A2:D151"),
