@@ -3,9 +3,10 @@
 #include <charconv>
 #include <utility>
 
+#include "hosts/book/formula_references.h"
+#include "hosts/workbook/case_fold.h"
 #include "hosts/workbook/cell_address.h"
 #include "hosts/workbook/cell_error.h"
-#include "hosts/workbook/formula_references.h"
 #include "spreadsheet/name_characters.h"
 
 namespace mervane::workbook {
@@ -13,6 +14,7 @@ namespace mervane::workbook {
 namespace {
 
 using Corner = sheet::MarkedCell;
+using hosts::FormulaReference;
 using Form = FormulaReference::Form;
 
 std::string printed(const Corner& corner, Form form) {
@@ -49,13 +51,19 @@ std::string withMovedReferences(std::string_view formula, std::int32_t rows, std
   std::string result;
   result.reserve(formula.size() + 8);
   std::size_t copied = 0;
-  for (const FormulaReference& reference : referencesIn(formula)) {
+  for (const FormulaReference& reference : hosts::referencesIn(formula)) {
     if (!moves(reference)) continue;
     result += formula.substr(copied, reference.begin - copied);
     result += moved(reference, rows, columns);
     copied = reference.begin + reference.length;
   }
   return result.append(formula.substr(copied));
+}
+
+/// Whether the sheets of a reference, as a formula writes them, are the one sheet of this name.
+bool isSheet(std::string_view written, std::string_view name) {
+  const std::optional<ReferenceText> reference = parseReference(std::string(written) + "!A1");
+  return reference && caseFolded(reference->sheet) == caseFolded(name);
 }
 
 }  // namespace

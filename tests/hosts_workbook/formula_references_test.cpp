@@ -1,10 +1,10 @@
-#include "hosts/workbook/formula_references.h"
+#include "hosts/book/formula_references.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-namespace mervane::workbook {
+namespace mervane::hosts {
 namespace {
 
 /// The references as they stand in the formula, each with its sheet in brackets and the area that it reaches.
@@ -61,4 +61,4 @@ TEST(FormulaReferences, OfTextsThatAreNoFormulasEndToo) {
 }
 
 }  // namespace
-}  // namespace mervane::workbook
+}  // namespace mervane::hosts

@@ -1,15 +1,14 @@
-#include "hosts/workbook/formula_references.h"
+#include "hosts/book/formula_references.h"
 
 #include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string>
 
-#include "hosts/workbook/case_fold.h"
-#include "hosts/workbook/cell_address.h"
+#include "spreadsheet/cell_address.h"
 #include "spreadsheet/name_characters.h"
 
-namespace mervane::workbook {
+namespace mervane::hosts {
 
 namespace {
 
@@ -87,7 +86,8 @@ class Scanner {
       const std::size_t name = at;
       at = behindName(at);
       // Sheets whose names look like cells stand in quotes, so a cell in front of a colon begins a pair.
-      if (at > name && charAt(at) == ':' && behindName(at + 1) > at + 1 && !parseCell(text_.substr(name, at - name))) {
+      if (at > name && charAt(at) == ':' && behindName(at + 1) > at + 1 &&
+          !sheet::parseCell(text_.substr(name, at - name))) {
         at = behindName(at + 1);
       }
     }
@@ -152,7 +152,7 @@ class Scanner {
     std::size_t length = 0;
     while (length < text.size() && sheet::isLetter(text[length])) ++length;
     if (length == 0 || length > mostLetters) return false;
-    const std::optional<CellAddress> at = parseCell(std::string(text.substr(0, length)) + "1");
+    const std::optional<sheet::CellAddress> at = sheet::parseCell(std::string(text.substr(0, length)) + "1");
     if (!at) return false;
     corner = {isFixed, false, at->column, 1};
     text.remove_prefix(length);
@@ -164,7 +164,7 @@ class Scanner {
     if (isFixed) text.remove_prefix(1);
     std::int32_t row = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), row);
-    if (error != std::errc{} || row < 1 || row > lastSheetRow) return false;
+    if (error != std::errc{} || row < 1 || row > sheet::lastSheetRow) return false;
     corner = {false, isFixed, 1, row};
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     return true;
@@ -198,22 +198,17 @@ std::int32_t FormulaReference::topRow() const noexcept {
   return form == Form::columns ? 1 : std::min(first.row, second.row);
 }
 std::int32_t FormulaReference::bottomRow() const noexcept {
-  return form == Form::columns ? lastSheetRow : std::max(first.row, second.row);
+  return form == Form::columns ? sheet::lastSheetRow : std::max(first.row, second.row);
 }
 std::int32_t FormulaReference::leftColumn() const noexcept {
   return form == Form::rows ? 1 : std::min(first.column, second.column);
 }
 std::int32_t FormulaReference::rightColumn() const noexcept {
-  return form == Form::rows ? lastSheetColumn : std::max(first.column, second.column);
+  return form == Form::rows ? sheet::lastSheetColumn : std::max(first.column, second.column);
 }
 
 std::vector<FormulaReference> referencesIn(std::string_view formula) {
   return Scanner(formula).references();
 }
 
-bool isSheet(std::string_view written, std::string_view name) {
-  const std::optional<ReferenceText> reference = parseReference(std::string(written) + "!A1");
-  return reference && caseFolded(reference->sheet) == caseFolded(name);
-}
-
-}  // namespace mervane::workbook
+}  // namespace mervane::hosts

@@ -7,7 +7,7 @@
 
 #include "spreadsheet/marked_cell.h"
 
-namespace mervane::workbook {
+namespace mervane::hosts {
 
 /// Cells that a formula names by their place.
 struct FormulaReference {
@@ -37,7 +37,4 @@ struct FormulaReference {
 /// @param formula as a file holds it, without its equals sign. It must outlive what is answered.
 [[nodiscard]] std::vector<FormulaReference> referencesIn(std::string_view formula);
 
-/// Whether the sheets of a reference, as a formula writes them, are the one sheet of this name.
-[[nodiscard]] bool isSheet(std::string_view written, std::string_view name);
-
-}  // namespace mervane::workbook
+}  // namespace mervane::hosts
