@@ -11,6 +11,7 @@
 #include "hosts/calc/charts/calc_charts.h"
 #include "hosts/calc/points.h"
 #include "hosts/calc/sheet_facts.h"
+#include "hosts/calc/sorting_facts.h"
 #include "hosts/charts/series_text.h"
 #include "mervane/runtime_errors.h"
 
@@ -180,6 +181,12 @@ guard::AreaFacts CalcFacts::areaFacts(std::string_view sheet, const CellArea& ar
     }
     return facts;
   });
+}
+
+guard::SortingFacts CalcFacts::sortingFacts(std::string_view sheet, const CellArea& rows) {
+  const std::int32_t owner = position(sheet);
+  session_->settle();
+  return inOffice("look through the formulas", [&] { return calc::sortingFacts(*session_, {owner, rows}); });
 }
 
 }  // namespace mervane::calc

@@ -14,10 +14,7 @@ class CalcFacts final : public guard::BookFacts {
 
   [[nodiscard]] guard::SheetFacts sheetFacts(std::string_view sheet) override;
   [[nodiscard]] guard::AreaFacts areaFacts(std::string_view sheet, const CellArea& area) override;
-  /// None: the office's sort takes hidden rows along. FIXME: its formulas are not looked through.
-  [[nodiscard]] guard::SortingFacts sortingFacts(std::string_view /*sheet*/, const CellArea& /*rows*/) override {
-    return {};
-  }
+  [[nodiscard]] guard::SortingFacts sortingFacts(std::string_view sheet, const CellArea& rows) override;
 
  private:
   [[nodiscard]] std::int32_t position(std::string_view sheet) const;
