@@ -71,12 +71,18 @@ std::optional<Plan> planOf(const OptionItems& options, BookCells& cells, const A
   return plan;
 }
 
-/// What to change in the dialog so that the run harms nothing; empty where nothing helps.
+/// What to change in the dialog so that the run harms nothing; empty where nothing helps, or where little of the run
+/// would be left, as over the results of an earlier one.
 std::string insteadOf(const OptionItems& options, const Plan& plan, guard::BookFacts& facts) {
   const auto harmless = guard::harmlessPlan(plan, facts);
   if (!harmless) return {};
+  constexpr int mostChanges = 5;
+  int changes = 0;
   std::string text;
-  const auto add = [&text](const std::string& change) { text += (text.empty() ? "" : ", ") + change; };
+  const auto add = [&](const std::string& change) {
+    text += (text.empty() ? "" : ", ") + change;
+    ++changes;
+  };
   if (harmless->outputs != plan.outputs || harmless->outputSheet != plan.outputSheet) {
     const CellAddress at = harmless->outputs;
     add("with Outputs " + checks::referenceOf({harmless->outputSheet, {at.row, at.column, at.row, at.column}}));
@@ -85,7 +91,7 @@ std::string insteadOf(const OptionItems& options, const Plan& plan, guard::BookF
     if (plan.*one.planned == (*harmless).*one.planned) continue;
     add(((*harmless).*one.planned ? "with " : "without ") + checks::quoted(options.Item(one.key).Caption));
   }
-  return text;
+  return changes > mostChanges ? std::string() : text;
 }
 
 std::string listed(const std::vector<Harm>& harms, bool forbidden) {

@@ -18,6 +18,7 @@ from com.sun.star.sheet import TableFilterField
 from com.sun.star.sheet.ConditionOperator import GREATER
 from com.sun.star.sheet.FilterOperator import EQUAL
 from com.sun.star.sheet.ValidationType import DECIMAL
+from notations import runs_in_every_notation
 from office import Failed, Office, cells, expect, looks, properties, wait_for
 from refusals import expect_refusal, harms, refusals
 from screen import Controls, Screen
@@ -107,6 +108,7 @@ class Driver:
             document.close(True)
             self.conforming(office)
             formulas_beside_the_inputs(office)
+            runs_in_every_notation(office, [self.copy_of_book(f"notation{i}.xlsx") for i in range(3)])
             expect(office.quit(), "the office quits by itself")
         finally:
             office.kill()
@@ -427,8 +429,6 @@ class Driver:
         self.enter("Epochs:", "99998")
         self.enter("Clusters:", "40")
         self.controls.click("Clusterize")
-        # What stands beside the numbers does not move with them, which is asked about.
-        self.agree()
         wait_for(lambda: not self.dialog_is_open(), "the long run is on")
         # What could be known has been looked at before; this comes in the middle of the run.
         sheet.protect("")
@@ -512,11 +512,19 @@ class Driver:
         self.screen.keys("Return")
         wait_for(lambda: "Mervane" not in self.screen.windows(), "the question has gone")
         expect(self.dialog_is_open() and cells(self.document) == after_run, "No, the default, runs nothing and goes back to the dialog")
-        self.screen.keys("Escape")
+        self.controls.click("Clusterize")
+        self.agree()
         self.wait_until_closed()
-        before_undo = cells(self.document)
+        wait_for(lambda: "Clusterize" in undo.getAllUndoActionTitles(), "Yes runs it", 30)
         self.screen.keys("ctrl+z")
-        wait_for(lambda: cells(self.document) != before_undo, "one undo takes the run back")
+        wait_for(undo.isRedoPossible, "one undo takes the second run back")
+        expect(cells(self.document) == after_run, "what the second run wrote over is there again")
+        self.screen.keys("ctrl+y")
+        wait_for(undo.isUndoPossible, "the run is done again")
+        self.screen.keys("ctrl+z")
+        wait_for(undo.isRedoPossible, "and taken back")
+        time.sleep(1)
+        self.screen.picture(self.folder / "undone.png")
         step("clicks in a real window cluster the sheet")
 
     def keep_result_picture(self):

@@ -71,6 +71,14 @@ TEST_F(RunGuard, AsksAboutCellsThatWouldBeOverwritten) {
   EXPECT_TRUE(found.question.ends_with("Clusterize all the same?")) << found.question;
 }
 
+TEST_F(RunGuard, ProposesNoRunOfWhichLittleWouldBeLeft) {
+  for (int row = 152; row < 170; ++row) put("Iris!E" + std::to_string(row), Variant(1.0));
+  put("Iris!H5", Variant("a note"));
+  const Objections found = objections("Iris!B2:E151", "Iris!H2");
+  EXPECT_NE(found.question.find("the statistics would overwrite"), std::string::npos) << found.question;
+  EXPECT_EQ(found.question.find("It would harm nothing"), std::string::npos) << found.question;
+}
+
 TEST_F(RunGuard, AsksAboutColumnsThatSortingWouldTearFromTheirRows) {
   put("Iris!H5", Variant("belongs to row 5"));
   const Objections found = objections("Iris!B2:E151", "Iris!J2");
