@@ -103,6 +103,8 @@ HRESULT ClassifierServer::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/
       called = (flags & DISPATCH_PROPERTYPUT) == 0 ? DISP_E_MEMBERNOTFOUND
                : plain.size() != 1                 ? DISP_E_BADPARAMCOUNT
                                                    : toException(put_Inputs(plain[0]), told);
+    } else if (id == outputsId && !puts(flags) && plain.size() == 1) {
+      called = toException(invokeOutput(plain[0], result), told);
     } else {
       called = invokeByTypeLibrary(
           id, flags, {plain.data(), parameters->rgdispidNamedArgs, parameters->cArgs, parameters->cNamedArgs}, result,
@@ -112,6 +114,18 @@ HRESULT ClassifierServer::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/
   hand(told, exception);
   if (FAILED(called) && argument != nullptr) *argument = misfit;
   return FAILED(entered) ? entered : called;
+}
+
+HRESULT ClassifierServer::invokeOutput(const VARIANT& index, VARIANT* result) {
+  automation::OwnedVariant row;
+  const HRESULT converted = VariantChangeType(row.get(), const_cast<VARIANT*>(&index), 0, VT_I4);
+  if (FAILED(converted)) return converted;
+  return guarded(defaultInterfaceId, [&] {
+    const std::int32_t cluster = classifier_->Outputs().at(static_cast<std::int32_t>(row.value().lVal));
+    if (result == nullptr) return;
+    VariantInit(result);
+    automation::toAutomation(Variant(cluster), *result);
+  });
 }
 
 HRESULT ClassifierServer::invokeByTypeLibrary(DISPID id, WORD flags, DISPPARAMS parameters, VARIANT* result,

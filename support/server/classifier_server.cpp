@@ -130,14 +130,19 @@ HRESULT ClassifierServer::put_Inputs(VARIANT value) {
     // What is no array is refused as such, also where the system has no counterpart of it.
     const std::optional<VARIANT> seen = automation::seenThrough(value);
     const bool holdsArray = seen && (seen->vt & VT_ARRAY) != 0;
-    classifier_->Inputs(holdsArray ? automation::fromAutomation(*seen) : Variant());
+    const Variant inputs = holdsArray ? automation::fromAutomation(*seen) : Variant();
+    if (holdsArray) given_.remember(*seen, inputs);
+    classifier_->Inputs(inputs);
   });
 }
 
 HRESULT ClassifierServer::get_Inputs(VARIANT* value) {
   if (value == nullptr) return refusedPointer();
   VariantInit(value);
-  return guarded([&] { automation::toAutomation(classifier_->Inputs(), *value); });
+  return guarded([&] {
+    const Variant inputs = classifier_->Inputs();
+    if (!given_.giveBack(inputs, *value)) automation::toAutomation(inputs, *value);
+  });
 }
 
 HRESULT ClassifierServer::getMaxValue(LONG column, double* value) {

@@ -13,6 +13,7 @@
 
 #include "mervane/classifier3.h"
 #include "support/server/connection_points.h"
+#include "support/server/given_inputs.h"
 #include "support/server/module.h"
 
 namespace mervane::server {
@@ -99,6 +100,8 @@ class ClassifierServer : public _Classifier3,
   /// through the type information would fail on a machine without that one.
   HRESULT invokeExcelApplication(WORD flags, std::span<const VARIANT> arguments, VARIANT* result, UINT* argument);
 
+  /// One element of Outputs by dispatch, for scripts: their languages index no array of 32-bit integers.
+  HRESULT invokeOutput(const VARIANT& index, VARIANT* result);
   /// Everything else; @param exception, argument are filled as Invoke fills its own.
   HRESULT invokeByTypeLibrary(DISPID id, WORD flags, DISPPARAMS parameters, VARIANT* result, EXCEPINFO& exception,
                               UINT& argument);
@@ -107,6 +110,7 @@ class ClassifierServer : public _Classifier3,
   std::atomic<ULONG> references_{1};
   std::array<EventPoint, 2> points_;
   std::shared_ptr<Classifier3> classifier_;
+  GivenInputs given_;
 };
 
 }  // namespace mervane::server

@@ -32,5 +32,6 @@ inline constexpr wchar_t className[] = L"MervaneClass3.Classifier3";
 inline constexpr long nextEpochId = 1;
 inline constexpr long excelApplicationId = 0x6803000C;
 inline constexpr long inputsId = 0x6803000B;
+inline constexpr long outputsId = 0x6803000A;
 
 }  // namespace mervane::server

@@ -105,6 +105,70 @@ TEST_F(ServerArrays, InputsComeBackWithTheirTypeAndBounds) {
   EXPECT_EQ(element, 60.0F);
 }
 
+TEST_F(ServerArrays, InputsComeBackAsTheTypeThatCame) {
+  const auto expectBack = [&](Value array) {
+    const VARTYPE type = array.type();
+    const std::size_t size = SafeArrayGetElemsize(array->parray) * 6;
+    ASSERT_EQ(classifier->put_Inputs(*array.get()), S_OK) << type;
+    const Value back = late.get(L"Inputs");
+    ASSERT_EQ(back.type(), type);
+    VARTYPE own = VT_EMPTY;
+    EXPECT_EQ(SafeArrayGetVartype(back->parray, &own), S_OK);
+    EXPECT_EQ(VT_ARRAY | own, type);
+    EXPECT_EQ(back->parray->rgsabound[1].lLbound, 5);
+    EXPECT_NE(back->parray->pvData, array->parray->pvData);
+    EXPECT_EQ(std::memcmp(back->parray->pvData, array->parray->pvData, size), 0) << type;
+    EXPECT_EQ(late.get(L"getMaxValue", {1})->dblVal, 60.0) << type;
+  };
+  expectBack(arrayOf<LONGLONG>(VT_I8, [](int value) { return static_cast<LONGLONG>(value); }));
+  expectBack(arrayOf<ULONGLONG>(VT_UI8, [](int value) { return static_cast<ULONGLONG>(value); }));
+  expectBack(arrayOf<USHORT>(VT_UI2, [](int value) { return static_cast<USHORT>(value); }));
+  expectBack(arrayOf<ULONG>(VT_UI4, [](int value) { return static_cast<ULONG>(value); }));
+  expectBack(arrayOf<CHAR>(VT_I1, [](int value) { return static_cast<CHAR>(value); }));
+  expectBack(arrayOf<LONGLONG>(VT_CY, [](int value) { return value * 10000LL; }));
+  expectBack(arrayOf<double>(VT_R8, [](int value) { return static_cast<double>(value); }));
+}
+
+TEST_F(ServerArrays, DatesBooleansAndObjectsComeBackAsSuch) {
+  const auto typeBack = [&](Value array) {
+    static_cast<void>(classifier->put_Inputs(*array.get()));
+    return late.get(L"Inputs").type();
+  };
+  EXPECT_EQ(typeBack(arrayOf<DATE>(VT_DATE, [](int value) { return static_cast<DATE>(value); })), VT_ARRAY | VT_DATE);
+  EXPECT_EQ(typeBack(arrayOf<VARIANT_BOOL>(VT_BOOL, [](int) { return VARIANT_TRUE; })), VT_ARRAY | VT_BOOL);
+  // Objects are no numbers, but they have become the value by then.
+  EXPECT_EQ(typeBack(arrayOf<IDispatch*>(VT_DISPATCH, [](int) { return static_cast<IDispatch*>(nullptr); })),
+            VT_ARRAY | VT_DISPATCH);
+  // What comes after does not turn into what came before.
+  EXPECT_EQ(typeBack(grid(5, 3, {{1, 2}, {3, 4}, {5, 60}})), VT_ARRAY | VT_R8);
+  EXPECT_EQ(late.put(L"Inputs", 7).description, L"Invalid argument");
+  EXPECT_EQ(late.get(L"Inputs").type(), VT_ARRAY | VT_R8);
+}
+
+TEST_F(ServerArrays, ARefusedValueLeavesTheTypeThatCame) {
+  Value dates = arrayOf<DATE>(VT_DATE, [](int value) { return static_cast<DATE>(value); });
+  ASSERT_EQ(classifier->put_Inputs(*dates.get()), S_OK);
+  EXPECT_EQ(late.put(L"Inputs", 7).description, L"Invalid argument");
+  EXPECT_EQ(late.get(L"Inputs").type(), VT_ARRAY | VT_DATE);
+}
+
+TEST_F(ServerArrays, OneElementOfOutputsIsReadByItsRow) {
+  ASSERT_EQ(late.put(L"Inputs", grid(5, 3, {{1, 2}, {3, 4}, {5, 60}})).number, S_OK);
+  ASSERT_EQ(classifier->Run(), S_OK);
+  const Numbers outputs = outputsOf(classifier.get());
+  for (LONG row = 5; row <= 7; ++row) {
+    const Value cluster = late.get(L"Outputs", {row});
+    ASSERT_EQ(cluster.type(), VT_I4);
+    EXPECT_EQ(cluster->lVal, outputs.elements[static_cast<std::size_t>(row - 5)]);
+  }
+  EXPECT_EQ(late.get(L"Outputs", {L"6"})->lVal, outputs.elements[1]);
+  Value answer;
+  EXPECT_EQ(late.call(L"Outputs", {4}, &answer).number, static_cast<HRESULT>(0x800A0009));
+  EXPECT_EQ(late.call(L"Outputs", {8}, &answer).number, static_cast<HRESULT>(0x800A0009));
+  EXPECT_EQ(late.call(L"Outputs", {L"first"}, &answer).number, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(late.get(L"Outputs").type(), VT_ARRAY | VT_I4);
+}
+
 TEST_F(ServerArrays, WhatIsNoArrayChangesNothing) {
   ASSERT_EQ(late.put(L"Inputs", grid(5, 3, {{1, 2}, {3, 4}, {5, 60}})).number, S_OK);
   EXPECT_EQ(late.put(L"Inputs", 7).description, L"Invalid argument");

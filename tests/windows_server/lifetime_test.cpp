@@ -226,6 +226,82 @@ TEST(Apartments, AnotherApartmentsCallsAreMarshalled) {
   }).join();
 }
 
+/// The application's own library, registered while it lives: slots whose arguments it describes are marshalled only
+/// where it is.
+class ApplicationLibrary {
+ public:
+  ApplicationLibrary() {
+    const std::string path = MERVANE_APPLICATION_LIBRARY;
+    ComPtr<ITypeLib> library;
+    EXPECT_EQ(LoadTypeLibEx(std::wstring(path.begin(), path.end()).c_str(), REGKIND_REGISTER, &library), S_OK);
+  }
+  ~ApplicationLibrary() {
+    const GUID id = {0x00020813, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+    EXPECT_EQ(UnRegisterTypeLib(id, 1, 3, 0, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32), S_OK);
+  }
+  ApplicationLibrary(const ApplicationLibrary&) = delete;
+  ApplicationLibrary& operator=(const ApplicationLibrary&) = delete;
+};
+
+/// The path of the type library under the neutral language while it lives: Wine's marshaller looks there alone.
+class NeutralEntry {
+ public:
+  NeutralEntry() {
+    const std::wstring path = ServerLibrary(MERVANE_SERVER).path();
+    HKEY key = nullptr;
+    EXPECT_EQ(
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, (parent_ + L"\\0\\" + (sizeof(void*) == 8 ? L"win64" : L"win32")).c_str(),
+                        0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
+        ERROR_SUCCESS);
+    RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()),
+                   static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(key);
+  }
+  ~NeutralEntry() {
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (parent_ + L"\\0").c_str());
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, (parent_ + L"\\0").c_str());
+  }
+  NeutralEntry(const NeutralEntry&) = delete;
+  NeutralEntry& operator=(const NeutralEntry&) = delete;
+
+ private:
+  std::wstring parent_ = L"Software\\Classes\\TypeLib\\{F908A790-9758-40C7-85D5-DB401F108A90}\\2.1";
+};
+
+TEST(Apartments, BothIdsOfTheDefaultInterfaceAreMarshalled) {
+  const ApplicationLibrary application;
+  const NeutralEntry neutral;
+  std::thread([] {
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    for (const IID& id : {server::defaultInterfaceId, server::earlierDefaultInterfaceId}) {
+      ComPtr<IUnknown> object;
+      ASSERT_EQ(CoCreateInstance(server::classId, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), S_OK);
+      ComPtr<_Classifier3> slots;
+      EXPECT_EQ(object->QueryInterface(id, reinterpret_cast<void**>(slots.GetAddressOf())), S_OK);
+      if (slots == nullptr) {
+        ComPtr<IDispatch> late;
+        object.As(&late);
+        LateBound(late.Get()).call(L"UnloadfrmMain");
+        continue;
+      }
+      EXPECT_EQ(slots->put_Clusters(2), S_OK);
+      LONG clusters = 0;
+      EXPECT_EQ(slots->get_Clusters(&clusters), S_OK);
+      EXPECT_EQ(clusters, 2);
+      EXPECT_EQ(slots->put_Inputs(*someRows().get()), S_OK);
+      EXPECT_EQ(slots->Run(), S_OK);
+      const Numbers outputs = outputsOf(slots.Get());
+      EXPECT_EQ(outputs.elements.size(), 5U);
+      for (const LONG cluster : outputs.elements) EXPECT_TRUE(cluster == 1 || cluster == 2) << cluster;
+      double scaled = 0.0;
+      EXPECT_EQ(slots->ScaleValue(5, 0, 10, 0, 1, &scaled), S_OK);
+      EXPECT_EQ(scaled, 0.5);
+      EXPECT_EQ(slots->UnloadfrmMain(), S_OK);
+    }
+    CoUninitialize();
+  }).join();
+}
+
 LOGFONTW fontOf(HWND control) {
   LOGFONTW font{};
   GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);

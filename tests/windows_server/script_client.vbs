@@ -1,7 +1,7 @@
 ' A script as a client. It prints what it sees, and "end of script" when it has come to its end: the script host of Wine says
 ' nothing of a failure.
 Option Explicit
-Dim classifier, rows, i, number, text, origin
+Dim classifier, rows, i, number, text, origin, word, off, before, here
 
 Set classifier = CreateObject("MervaneClass3.Classifier3")
 WScript.Echo "clusters", classifier.Clusters, "convex", classifier.UseConvexCombination, "function", classifier.ActivationFunction
@@ -11,6 +11,15 @@ classifier.ActivationFunction = 4
 classifier.AutoScaleInputs = False
 classifier.CellInputs = "Sheet1!B2:C10"
 WScript.Echo "set", classifier.Clusters, classifier.ActivationFunction, classifier.AutoScaleInputs, classifier.CellInputs
+
+word = "Sheet1!B2:C10" : number = 2 : off = True
+classifier.CellInputs = word
+classifier.CellOutputs = word
+classifier.ActivationFunction = number
+classifier.AutoScaleInputs = off
+classifier.Clusters = number
+Hand classifier, "Sheet1!E2"
+WScript.Echo "variables", classifier.ActivationFunction, classifier.AutoScaleInputs, classifier.CellInputs, classifier.CellOutputs
 
 On Error Resume Next
 classifier.LearningRate = 1
@@ -33,6 +42,16 @@ classifier.Inputs = rows
 WScript.Echo "rows", classifier.GetSamplesCount, "columns", classifier.GetColumnsCount, "largest", classifier.getMaxValue(0)
 classifier.Run
 WScript.Echo "outputs", VarType(classifier.Outputs)
+before = 0
+For i = 0 To 5
+  here = classifier.Outputs(i)
+  If here < 1 Or here > 2 Then before = before + 1
+Next
+WScript.Echo "strange clusters", before, VarType(here), classifier.Outputs(0) <> classifier.Outputs(5)
 WScript.Echo "scaled", classifier.ScaleValue(5, 0, 10, 0, 100)
 classifier.UnloadfrmMain
 WScript.Echo "end of script"
+
+Sub Hand(ByRef receiver, ByRef reference)
+  receiver.CellOutputs = reference
+End Sub

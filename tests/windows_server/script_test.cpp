@@ -50,16 +50,18 @@ TEST(Script, SetsReadsRunsAndSeesErrors) {
   char script[MAX_PATH] = {};
   GetFullPathNameA(MERVANE_SOURCE_DIR "/tests/windows_server/script_client.vbs", MAX_PATH, script, nullptr);
   const std::vector<std::string> lines = linesOf("cscript.exe //nologo \"" + std::string(script) + "\"");
-  ASSERT_EQ(lines.size(), 9U) << ::testing::PrintToString(lines);
+  ASSERT_EQ(lines.size(), 11U) << ::testing::PrintToString(lines);
   EXPECT_EQ(lines[0], "clusters 3 convex -1 function 3");
   EXPECT_EQ(lines[1], "set 2 4 0 Sheet1!B2:C10");
-  EXPECT_EQ(lines[2], "refused -2147203703 Invalid argument MervaneCls31.Classifier3");
-  EXPECT_EQ(lines[3], "unknown 438");
-  EXPECT_EQ(lines[4], "rate 1");
-  EXPECT_EQ(lines[5], "rows 6 columns 2 largest 50");
-  EXPECT_EQ(lines[6], "outputs 8195");
-  EXPECT_EQ(lines[7], "scaled 50");
-  EXPECT_EQ(lines[8], "end of script");
+  EXPECT_EQ(lines[2], "variables 2 -1 Sheet1!B2:C10 Sheet1!E2");
+  EXPECT_EQ(lines[3], "refused -2147203703 Invalid argument MervaneCls31.Classifier3");
+  EXPECT_EQ(lines[4], "unknown 438");
+  EXPECT_EQ(lines[5], "rate 1");
+  EXPECT_EQ(lines[6], "rows 6 columns 2 largest 50");
+  EXPECT_EQ(lines[7], "outputs 8195");
+  EXPECT_EQ(lines[8], "strange clusters 0 3 -1");
+  EXPECT_EQ(lines[9], "scaled 50");
+  EXPECT_EQ(lines[10], "end of script");
 }
 
 }  // namespace

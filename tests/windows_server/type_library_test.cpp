@@ -96,10 +96,41 @@ TEST_F(TypeLibrary, BothInterfacesAreHiddenAndOfVersionOnePointOne) {
   }
 }
 
-TEST_F(TypeLibrary, TheEarlierInterfaceIsNamedInIt) {
+TEST_F(TypeLibrary, TheEarlierInterfaceHasTheSlotsOfThePresentOne) {
   const ComPtr<ITypeInfo> info = infoOf(server::earlierDefaultInterfaceId);
   EXPECT_EQ(nameOf(info.Get()), L"Classifier3___v0");
-  EXPECT_EQ(attributesOf(info.Get()).kind, TKIND_ALIAS);
+  const Attributes attributes = attributesOf(info.Get());
+  EXPECT_EQ(attributes.kind, TKIND_DISPATCH);
+  EXPECT_NE(attributes.flags & TYPEFLAG_FDUAL, 0);
+  EXPECT_NE(attributes.flags & TYPEFLAG_FHIDDEN, 0);
+  const auto slotsOf = [&](const GUID& id) {
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> slots;
+    EXPECT_EQ(infoOf(id)->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference), S_OK);
+    EXPECT_EQ(infoOf(id)->GetRefTypeInfo(reference, &slots), S_OK);
+    std::vector<std::wstring> list;
+    FUNCDESC* described = nullptr;
+    for (UINT i = 0; slots->GetFuncDesc(i, &described) == S_OK; ++i) {
+      list.push_back(nameOf(slots.Get(), described->memid) + L" " + std::to_wstring(described->memid) + L" " +
+                     std::to_wstring(described->invkind) + L" " + std::to_wstring(described->oVft) + L" " +
+                     std::to_wstring(described->cParams));
+      slots->ReleaseFuncDesc(described);
+    }
+    return list;
+  };
+  EXPECT_EQ(slotsOf(server::earlierDefaultInterfaceId), slotsOf(server::defaultInterfaceId));
+  EXPECT_EQ(slotsOf(server::defaultInterfaceId).size(), 34U);
+}
+
+TEST_F(TypeLibrary, TheArgumentsOfScaleValueAreSpelledAsPromised) {
+  const ComPtr<ITypeInfo> info = infoOf(server::defaultInterfaceId);
+  BSTR names[8] = {};
+  UINT count = 0;
+  ASSERT_EQ(info->GetNames(0x6003001D, names, 8, &count), S_OK);
+  std::vector<std::wstring> found(names, names + count);
+  for (UINT i = 0; i < count; ++i) SysFreeString(names[i]);
+  EXPECT_EQ(found, (std::vector<std::wstring>{L"ScaleValue", L"Value", L"minSrcRangeValue", L"maxSrcRangeValue",
+                                              L"minDestRangeValue", L"maxDestRangeValue"}));
 }
 
 /// A member in its slot: name, dispatch id, how it is called.
