@@ -10,7 +10,7 @@ using namespace mervane::server;  // NOLINT(google-build-using-namespace): the e
 
 namespace {
 
-const RegisteredClass engine{engineClassId, L"MervaneEngine.NetworkEngine", L"Mervane network engine", false};
+const RegisteredClass engine{engineClassId, L"MervaneEngine.NetworkEngine", L"Mervane network engine", false, true};
 
 }  // namespace
 

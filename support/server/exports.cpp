@@ -10,7 +10,7 @@ using namespace mervane::server;  // NOLINT(google-build-using-namespace): the e
 
 namespace {
 
-const RegisteredClass classifier{classId, className, L"MervaneClass3.Classifier3", true};
+const RegisteredClass classifier{classId, className, L"MervaneClass3.Classifier3", true, false};
 
 }  // namespace
 

@@ -11,7 +11,7 @@ using namespace mervane::server;  // NOLINT(google-build-using-namespace): the e
 namespace {
 
 constexpr GUID applicationId = {0x6378C452, 0xAFAB, 0x467A, {0x8B, 0x01, 0xB8, 0x52, 0xFB, 0xFA, 0xFB, 0xDF}};
-const RegisteredClass application{applicationId, L"MervaneTest.Spreadsheet", L"Spreadsheet for tests", false};
+const RegisteredClass application{applicationId, L"MervaneTest.Spreadsheet", L"Spreadsheet for tests", false, false};
 
 HRESULT createApplication(REFIID interfaceId, void** object) {
   IDispatch* made = mervane::tests::ForeignApplication::create();

@@ -16,7 +16,8 @@ using Entries = std::map<std::wstring, std::wstring>;
 constexpr const wchar_t* classKey = L"CLSID\\{B4FB371B-7FDB-485F-8DA1-EE10796AC2EE}";
 constexpr const wchar_t* libraryKey = L"TypeLib\\{F908A790-9758-40C7-85D5-DB401F108A90}";
 
-/// Every value below a key, by its path; a key without values stands for itself.
+/// Every value below a key, by its path; a key without values stands for
+/// itself.
 void collect(HKEY root, const std::wstring& path, Entries& entries) {
   HKEY key = nullptr;
   if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
@@ -100,7 +101,8 @@ TEST_F(Registration, WritesTheClassTheLibraryAndTheInterfacesForTheMachine) {
   EXPECT_EQ(read(HKEY_LOCAL_MACHINE, version), L"Mervane Kelvash library");
   EXPECT_TRUE(samePath(read(HKEY_LOCAL_MACHINE, version + (sizeof(void*) == 8 ? L"\\409\\win64" : L"\\409\\win32")),
                        library.path()));
-  for (const wchar_t* id : {L"{FB74062B-30F4-49F4-93E3-F6FDE8A071AF}", L"{B394FB57-D919-4EFF-B606-8B2BDA0FE922}"}) {
+  for (const wchar_t* id : {L"{FB74062B-30F4-49F4-93E3-F6FDE8A071AF}", L"{B394FB57-D919-4EFF-B606-8B2BDA0FE922}",
+                            L"{F6EBDEA3-FCE5-452B-BDC7-B09CFD8F50AC}"}) {
     EXPECT_EQ(read(HKEY_LOCAL_MACHINE, std::wstring(L"Interface\\") + id + L"\\TypeLib"),
               L"{F908A790-9758-40C7-85D5-DB401F108A90}");
   }
@@ -117,7 +119,8 @@ TEST_F(Registration, RemovalLeavesNothingBehind) {
   EXPECT_EQ(changes(before, allClasses()), none);
 }
 
-/// Takes the right to write for the machine away from this process while it lives.
+/// Takes the right to write for the machine away from this process while it
+/// lives.
 class MachineClosed {
  public:
   MachineClosed() {
@@ -139,7 +142,8 @@ class MachineClosed {
 };
 
 TEST_F(Registration, ServesThePresentUserWhereTheMachineIsClosed) {
-  // A user's own classes always have this key on Windows; a new prefix makes it when it is needed.
+  // A user's own classes always have this key on Windows; a new prefix makes it
+  // when it is needed.
   HKEY classes = nullptr;
   RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes\\CLSID", 0, nullptr, 0, KEY_READ, nullptr, &classes, nullptr);
   RegCloseKey(classes);
@@ -188,6 +192,164 @@ TEST_F(Registration, TheRegistrationToolDoesBothWays) {
   EXPECT_EQ(read(HKEY_LOCAL_MACHINE, L"MervaneClass3.Classifier3\\CLSID"), L"(none)");
   EXPECT_EQ(read(HKEY_LOCAL_MACHINE, std::wstring(classKey) + L"\\InprocServer32"), L"(none)");
   EXPECT_EQ(read(HKEY_LOCAL_MACHINE, std::wstring(libraryKey) + L"\\2.1"), L"(none)");
+}
+
+void write(const std::wstring& path, const wchar_t* value, REGSAM view = 0) {
+  HKEY key = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), 0, nullptr, 0,
+                            KEY_WRITE | view, nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  EXPECT_EQ(RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(value),
+                           static_cast<DWORD>((wcslen(value) + 1) * sizeof(wchar_t))),
+            ERROR_SUCCESS);
+  RegCloseKey(key);
+}
+
+void remove(const std::wstring& path, REGSAM view = 0) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0, KEY_ALL_ACCESS | view, &key) != ERROR_SUCCESS) return;
+  RegDeleteTreeW(key, path.c_str());
+  RegDeleteKeyExW(key, path.c_str(), view, 0);
+  RegCloseKey(key);
+}
+
+/// A second folder with the same files, as an earlier or later version has.
+class OtherFolder {
+ public:
+  explicit OtherFolder(const wchar_t* name) {
+    wchar_t place[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, place);
+    folder_ = std::wstring(place) + name;
+    CreateDirectoryW(folder_.c_str(), nullptr);
+  }
+  ~OtherFolder() {
+    for (const std::wstring& file : files_) DeleteFileW(file.c_str());
+    RemoveDirectoryW(folder_.c_str());
+  }
+  OtherFolder(const OtherFolder&) = delete;
+  OtherFolder& operator=(const OtherFolder&) = delete;
+  /// The path of a copy, for a library that is let go before the folder.
+  std::string copyOf(const ServerLibrary& library) {
+    const std::wstring path = library.path();
+    files_.push_back(folder_ + path.substr(path.rfind(L'\\')));
+    EXPECT_NE(CopyFileW(path.c_str(), files_.back().c_str(), FALSE), FALSE);
+    return {files_.back().begin(), files_.back().end()};
+  }
+
+ private:
+  std::wstring folder_;
+  std::vector<std::wstring> files_;
+};
+
+TEST_F(Registration, AnOldFolderLeavesTheRegistrationOfANewerOneAlone) {
+  const Entries before = allClasses();
+  OtherFolder folder(L"mervane old");
+  {
+    ServerLibrary old(folder.copyOf(library).c_str());
+    ASSERT_EQ(old.registerServer(), S_OK);
+    expectClass(HKEY_LOCAL_MACHINE, old.path());
+    ASSERT_EQ(library.registerServer(), S_OK);
+    const Entries registered = allClasses();
+    EXPECT_EQ(old.unregisterServer(), S_OK);
+    EXPECT_EQ(changes(registered, allClasses()), none);
+    expectClass(HKEY_LOCAL_MACHINE, library.path());
+  }
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(changes(before, allClasses()), none);
+}
+
+TEST_F(Registration, APathInOtherWordsStillLeadsToThisFile) {
+  const Entries before = allClasses();
+  ASSERT_EQ(library.registerServer(), S_OK);
+  std::wstring path = library.path();
+  path.insert(path.rfind(L'\\'), L"\\.");
+  write(std::wstring(classKey) + L"\\InprocServer32", path.c_str());
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(changes(before, allClasses()), none);
+}
+
+TEST_F(Registration, WhatBothWidthsShareStaysWhileTheOtherOneStands) {
+  const Entries before = allClasses();
+  ASSERT_EQ(library.registerServer(), S_OK);
+  constexpr bool isWide = sizeof(void*) == 8;
+  const REGSAM view = isWide ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  const std::wstring version = std::wstring(libraryKey) + L"\\2.1";
+  const std::wstring other = version + (isWide ? L"\\409\\win32" : L"\\409\\win64");
+  const std::wstring own = version + (isWide ? L"\\409\\win64" : L"\\409\\win32");
+  const wchar_t* const file = L"C:\\the other width\\MervaneCls31.dll";
+  write(other, file);
+  // A system of one width has one view, and no classes of the other.
+  BOOL emulated = FALSE;
+  const bool twoViews = isWide || (IsWow64Process(GetCurrentProcess(), &emulated) != FALSE && emulated != FALSE);
+  const std::wstring server = std::wstring(classKey) + L"\\InprocServer32";
+  if (twoViews) write(server, file, view);
+
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(read(HKEY_LOCAL_MACHINE, server), L"(none)");
+  EXPECT_EQ(read(HKEY_LOCAL_MACHINE, other), file);
+  EXPECT_EQ(read(HKEY_LOCAL_MACHINE, own), L"(none)");
+  EXPECT_EQ(read(HKEY_LOCAL_MACHINE, version), L"Mervane Kelvash library");
+  EXPECT_EQ(read(HKEY_LOCAL_MACHINE, L"Interface\\{FB74062B-30F4-49F4-93E3-F6FDE8A071AF}\\TypeLib"),
+            L"{F908A790-9758-40C7-85D5-DB401F108A90}");
+  const wchar_t* const id = L"{B4FB371B-7FDB-485F-8DA1-EE10796AC2EE}";
+  EXPECT_EQ(read(HKEY_LOCAL_MACHINE, L"MervaneClass3.Classifier3\\CLSID"), twoViews ? id : L"(none)");
+
+  // The last width takes all with it.
+  remove(other);
+  if (twoViews) remove(classKey, view);
+  ASSERT_EQ(library.registerServer(), S_OK);
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(changes(before, allClasses()), none);
+}
+
+class EngineRegistration : public testing::Test {
+ protected:
+  static std::wstring registered() { return read(HKEY_LOCAL_MACHINE, serverKey()); }
+  static std::wstring serverKey() { return std::wstring(engineKey) + L"\\InprocServer32"; }
+  static constexpr const wchar_t* engineKey = L"CLSID\\{1981245B-7DE1-45D9-94E5-26B4F0A10C06}";
+  Apartment apartment;
+  ServerLibrary library{MERVANE_ENGINE_SERVER};
+};
+
+TEST_F(EngineRegistration, AnotherMakersEngineIsNeitherReplacedNorRemoved) {
+  const Entries before = allClasses();
+  wchar_t file[MAX_PATH] = {};
+  GetSystemDirectoryW(file, MAX_PATH);
+  wcscat(file, L"\\oleaut32.dll");
+  write(serverKey(), file);
+  write(std::wstring(engineKey) + L"\\ProgID", L"Other.Engine");
+  const Entries registered = allClasses();
+  EXPECT_EQ(library.registerServer(), S_FALSE);
+  EXPECT_EQ(changes(registered, allClasses()), none);
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(changes(registered, allClasses()), none);
+  remove(engineKey);
+  EXPECT_EQ(changes(before, allClasses()), none);
+}
+
+TEST_F(EngineRegistration, AnEntryThatLeadsNowhereGivesWay) {
+  const Entries before = allClasses();
+  write(serverKey(), L"C:\\gone\\engine.dll");
+  write(std::wstring(engineKey) + L"\\ProgID", L"Other.Engine");
+  EXPECT_EQ(library.registerServer(), S_OK);
+  EXPECT_TRUE(samePath(registered(), library.path()));
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(changes(before, allClasses()), none);
+}
+
+TEST_F(EngineRegistration, AnEarlierFolderOfOursGivesWay) {
+  const Entries before = allClasses();
+  OtherFolder folder(L"mervane old engine");
+  {
+    ServerLibrary old(folder.copyOf(library).c_str());
+    ASSERT_EQ(old.registerServer(), S_OK);
+    EXPECT_EQ(library.registerServer(), S_OK);
+    EXPECT_TRUE(samePath(registered(), library.path()));
+    EXPECT_EQ(old.unregisterServer(), S_OK);
+    EXPECT_TRUE(samePath(registered(), library.path()));
+  }
+  EXPECT_EQ(library.unregisterServer(), S_OK);
+  EXPECT_EQ(changes(before, allClasses()), none);
 }
 
 }  // namespace
