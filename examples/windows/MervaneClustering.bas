@@ -5,33 +5,63 @@ Option Explicit
 ' MervaneCls31.dll has to be registered in the width of this application.
 
 Public Sub ClusterRows()
+    Const lettersAndNumbers As Long = 1
     Dim classifier As Object
-    Dim answer As String
+    Dim notation As Long
 
     Set classifier = CreateObject("MervaneClass3.Classifier3")
+    notation = Application.ReferenceStyle
     On Error GoTo Leave
+    ' Columns may go by number here. The component would then read references as relative to the active cell, which moves
+    ' with the next pick, so columns go by letter while the dialog is in use.
+    Application.ReferenceStyle = lettersAndNumbers
     Set classifier.ExcelApplication = Application
-    If TypeName(Selection) = "Range" Then
-        If Selection.Cells.Count > 1 Then classifier.CellInputs = ReferenceOf(Selection)
-    End If
+    OfferSelection classifier
+    ShowUntilClosed classifier
 
-    ' The dialog comes back after each pick and after data that it refused; it keeps what was entered.
+Leave:
+    If Err.Number <> 0 Then MsgBox Err.Description, vbExclamation, "Mervane"
+    On Error Resume Next
+    ' The classifier and its dialog hold each other until this.
+    classifier.UnloadfrmMain
+    Application.ReferenceStyle = notation
+    ' A clustering that was broken off leaves the updating of the screen off.
+    Application.ScreenUpdating = True
+End Sub
+
+' The dialog comes back after each pick and after data that it refused; it keeps what was entered.
+Private Sub ShowUntilClosed(ByVal classifier As Object)
+    Dim answer As String
+    Dim before As String
+
     Do
         answer = classifier.ShowMainForm
         Select Case answer
             Case "INPUTS"
-                classifier.CellInputs = Picked("Select the rows of numbers to cluster:", classifier.CellInputs)
+                before = classifier.CellInputs
+                classifier.CellInputs = Picked("Select the rows of numbers to cluster:", before)
             Case "OUTPUTS"
-                classifier.CellOutputs = Picked("Select the first cell of the results:", classifier.CellOutputs)
+                before = classifier.CellOutputs
+                classifier.CellOutputs = Picked("Select the first cell of the results:", before)
         End Select
     Loop Until answer = "CLOSE"
+End Sub
 
-Leave:
-    If Err.Number <> 0 Then MsgBox Err.Description, vbExclamation, "Mervane"
-    ' The classifier and its dialog hold each other until this.
-    classifier.UnloadfrmMain
-    ' A clustering that was broken off leaves the updating of the screen off.
-    Application.ScreenUpdating = True
+' Rows that are selected are meant to be clustered; a single row, whole columns and a whole sheet are not.
+Private Sub OfferSelection(ByVal classifier As Object)
+    Const mostRows As Long = 65535
+    Const mostColumns As Long = 702
+    Dim area As Range
+
+    Set area = Nothing
+    ' A chart or a picture is no range.
+    On Error Resume Next
+    Set area = Application.Selection
+    On Error GoTo 0
+    If area Is Nothing Then Exit Sub
+    ' Not counted by cells: a whole sheet has more than a Long holds.
+    If area.Rows.Count < 2 Or area.Rows.Count > mostRows Or area.Columns.Count > mostColumns Then Exit Sub
+    classifier.CellInputs = ReferenceOf(area)
 End Sub
 
 ' What the user picks, or the text of before where the user cancels.
@@ -40,19 +70,14 @@ Private Function Picked(ByVal question As String, ByVal before As String) As Str
     Dim area As Range
 
     Picked = before
+    Set area = Nothing
     On Error Resume Next
-    Set area = Application.InputBox(Prompt:=question, Title:="Mervane", Default:=before, Type:=rangeWanted)
+    Set area = Application.InputBox(question, "Mervane", before, , , , , rangeWanted)
     On Error GoTo 0
     If Not area Is Nothing Then Picked = ReferenceOf(area)
 End Function
 
-' Such as Sheet1!$B$2:$E$151, with the name of the sheet in quotes where it needs them.
+' Such as 'Sheet1'!B2:E151. The component takes no dollar signs; a name of any kind may stand in quotes.
 Private Function ReferenceOf(ByVal area As Range) As String
-    Dim sheetName As String
-
-    sheetName = area.Worksheet.Name
-    If sheetName Like "*[!A-Za-z0-9_]*" Or sheetName Like "[0-9]*" Then
-        sheetName = "'" & Replace(sheetName, "'", "''") & "'"
-    End If
-    ReferenceOf = sheetName & "!" & area.Address(ReferenceStyle:=Application.ReferenceStyle)
+    ReferenceOf = "'" & Replace(area.Worksheet.Name, "'", "''") & "'!" & area.Areas(1).Address(False, False)
 End Function

@@ -9,6 +9,7 @@ missing they are built.
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -65,6 +66,13 @@ def parts(path):
         return [(name, book.read(name)) for name in book.namelist()]
 
 
+def as_script(module):
+    """A macro module in the script host's language: without types, names of arguments and jumps at errors, and otherwise the same."""
+    text = re.sub(r" As (Object|String|Long|Range)\b", "", module.replace("\r", ""))
+    text = re.sub(r"(?m)^Attribute .*\n", "", text).replace("Private Const", "Const")
+    return text.replace("    On Error GoTo Leave\n", "").replace("Leave:\n", "")
+
+
 def is_registered(key):
     return emulated("reg", "query", "HKEY_CLASSES_ROOT\\" + key).returncode == 0
 
@@ -113,20 +121,50 @@ class ThePackage(unittest.TestCase):
 
     def test_b_registers_the_component(self):
         self.assertFalse(is_registered(className))
-        run = emulated("cmd", "/c", "register.cmd", cwd=unpacked)
+        run = emulated("cmd", "/c", "register.cmd", "/q", cwd=unpacked)
         self.assertEqual(run.returncode, 0, run)
         self.assertIn("Registered: MervaneCls31.dll", "\n".join(lines(run)))
         self.assertTrue(is_registered(className))
 
     def test_c_runs_its_sample_script(self):
         run = emulated("cscript", "//nologo", "sample.vbs", cwd=unpacked)
-        self.assertEqual(lines(run), ["rows: 4, columns: 2", "first column: 1 to 9.5", "refused: 80044589 Invalid argument", "done"])
+        self.assertEqual(lines(run), ["rows: 4, columns: 2", "first column: 1 to 9.5", "together: True, apart: True", "refused: 80044589 Invalid argument", "done"])
 
     def test_d_has_a_client_that_prints_what_its_linux_sibling_prints(self):
         run = emulated(unpacked / "cluster_array.exe")
         expected = subprocess.run([linux_client], capture_output=True, timeout=60).stdout.decode().splitlines()
         self.assertEqual(lines(run), expected)
         self.assertEqual(len(expected), 17)
+
+    def test_d2_has_all_that_its_client_is_made_of(self):
+        compiler = {"32": "i686", "64": "x86_64"}[width] + "-w64-mingw32-g++-posix"
+        made = files / "made.exe"
+        subprocess.run([compiler, "-std=c++20", "-static", "-Iinclude", "cluster_array.cpp", "-o", made, "-lole32", "-loleaut32", "-luuid"],
+                       cwd=unpacked, check=True, timeout=120)
+        self.assertEqual(lines(emulated(made)), lines(emulated(unpacked / "cluster_array.exe")))
+        self.assertEqual((unpacked / "mervane_class3.tlb").read_bytes()[:4], b"MSFT")
+
+    def test_d3_says_company_product_and_version_in_every_file(self):
+        for name in ("MervaneCls31.dll", "MervaneEngine.dll", "mervane.exe", "cluster_array.exe"):
+            content = (unpacked / name).read_bytes()
+            for key, text in (("CompanyName", "Tarvik"), ("ProductName", "MervaneClass"), ("FileVersion", "3.00.0057")):
+                with self.subTest(f"{name} {key}"):
+                    at = content.find(key.encode("utf-16-le"))
+                    self.assertGreater(at, 0)
+                    self.assertIn(text.encode("utf-16-le"), content[at : at + 80])
+
+    def test_d4_says_why_a_file_cannot_be_registered(self):
+        broken = files / "broken"
+        broken.mkdir()
+        shutil.copy(unpacked / "register.cmd", broken)
+        for name in ("MervaneCls31.dll", "MervaneEngine.dll"):
+            (broken / name).write_text("no library")
+        run = emulated("cmd", "/c", "register.cmd", "/q", cwd=broken)
+        self.assertEqual(run.returncode, 1, run)
+        said = "\n".join(lines(run))
+        self.assertIn("MervaneCls31.dll could not be registered, regsvr32 ended with 3.", said)
+        self.assertIn("Windows cannot load it", said)
+        self.assertNotIn("Registered:", said)
 
     def test_e_clusters_a_workbook_by_a_script_and_a_press_of_the_button(self):
         expected = work / "expected.xlsx"
@@ -147,8 +185,59 @@ class ThePackage(unittest.TestCase):
         self.assertEqual(emulated("regsvr32", "/u", "/s", windows_path(spreadsheet)).returncode, 0)
         self.assertFalse(is_registered("MervaneTest.Spreadsheet"))
 
+    def test_e2_clusters_what_is_picked_in_its_macro_module(self):
+        """The module itself runs here, between the real component and an application that counts columns by number."""
+        book, result, expected = files / "picked.xlsx", files / "picked out.xlsx", work / "picked expected.xlsx"
+        with zipfile.ZipFile(examples / "iris.xlsx") as source_book, zipfile.ZipFile(book, "w") as target:
+            for name in source_book.namelist():
+                target.writestr(name, source_book.read(name).replace(b'name="Iris"', b'name="It\'s 1"'))
+        self.assertEqual(native("cluster", book, "-i", "'It''s 1'!B2:E151", "--outputs", "'It''s 1'!G2", "-q", "-o", expected).returncode, 0)
+        script = files / "picked.vbs"
+        script.write_text(as_script((unpacked / "MervaneClustering.bas").read_text("utf-8")) + """
+Dim Application, book, other
+Set Application = CreateObject("MervaneTest.Spreadsheet")
+Set book = Application.Workbooks.Open(WScript.Arguments(0))
+Set other = CreateObject("MervaneClass3.Classifier3")
+OfferSelection other
+WScript.Echo "nothing selected [" & other.CellInputs & "]"
+Application.Selects "'It''s 1'!A1:AAA3"
+OfferSelection other
+Application.Selects "'It''s 1'!A1:D65536"
+OfferSelection other
+WScript.Echo "too much selected [" & other.CellInputs & "]"
+other.UnloadfrmMain
+Application.Selects "'It''s 1'!B2:E151"
+WScript.Echo Application.Selection.Address & " " & ReferenceOf(Application.Selection)
+WScript.Echo Picked("Where?", "as before")
+Application.Selects "'It''s 1'!B2:E9"
+Application.Picks "'It''s 1'!B2:E151"
+Application.Picks "'It''s 1'!G2"
+Application.ReferenceStyle = -4150
+ClusterRows
+WScript.Echo Application.Asked
+WScript.Echo Application.ReferenceStyle
+book.SaveAs WScript.Arguments(1)
+WScript.Echo "end"
+""", "utf-8")
+        self.assertEqual(emulated("regsvr32", "/s", windows_path(spreadsheet)).returncode, 0)
+        user = subprocess.Popen([source / "scripts/wine_run", width, presser, "Browse for Inputs", "Browse for Outputs", "Clusterize"],
+                                env=windows, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
+        try:
+            run = emulated("cscript", "//nologo", "picked.vbs", windows_path(book), windows_path(result))
+            self.assertEqual(lines(run), [
+                "nothing selected []", "too much selected []", "$B$2:$E$151 'It''s 1'!B2:E151", "as before",
+                "Where?[as before]Select the rows of numbers to cluster:['It''s 1'!B2:E9]Select the first cell of the results:[]",
+                "-4150", "end"], run)
+            self.assertEqual(user.wait(timeout=30), 0)
+        finally:
+            if user.poll() is None:
+                user.terminate()
+                user.wait(timeout=30)
+        self.assertEqual(parts(result), parts(expected))
+        self.assertEqual(emulated("regsvr32", "/u", "/s", windows_path(spreadsheet)).returncode, 0)
+
     def test_f_takes_its_registration_back(self):
-        run = emulated("cmd", "/c", "unregister.cmd", cwd=unpacked)
+        run = emulated("cmd", "/c", "unregister.cmd", "/q", cwd=unpacked)
         self.assertEqual(run.returncode, 0, run)
         self.assertFalse(is_registered(className))
         endEmulator()
