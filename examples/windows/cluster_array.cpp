@@ -1,5 +1,6 @@
 // Clusters twelve measured plants by the length and width of a petal, and follows the training on its way.
 // A client of the component model: it knows the class by its name and the interfaces from the type library's header.
+// From the package: x86_64-w64-mingw32-g++ -std=c++20 -static -Iinclude cluster_array.cpp -lole32 -loleaut32 -luuid
 
 #include <windows.h>
 // The component model's headers need the platform's first.

@@ -1,7 +1,7 @@
 ' Clusters four rows of an array, without a spreadsheet. Run it with the script host of the package's width:
 '   cscript sample.vbs
-' The cluster numbers themselves are an array of 32-bit integers, which this language cannot read; macros and other
-' languages can, as cluster_array.exe and MervaneClustering.bas show.
+' The cluster numbers are an array of 32-bit integers, which this language cannot index as a whole; it asks for one row's
+' at a time.
 Option Explicit
 
 Dim classifier, rows(3, 1)
@@ -17,6 +17,7 @@ classifier.Inputs = rows
 WScript.Echo "rows: " & classifier.GetSamplesCount & ", columns: " & classifier.GetColumnsCount
 WScript.Echo "first column: " & classifier.getMinValue(0) & " to " & classifier.getMaxValue(0)
 classifier.Run
+WScript.Echo "together: " & (classifier.Outputs(0) = classifier.Outputs(1)) & ", apart: " & (classifier.Outputs(1) <> classifier.Outputs(2))
 
 ' A wrong value is refused with a number, a description and a source.
 On Error Resume Next
