@@ -83,6 +83,12 @@ TEST(SortingFacts, FormulasThatNameCellsOfOtherRowsComeApart) {
   }
 }
 
+TEST(SortingFacts, ATotalThatRunsComesApartOnTheRowWhereItBeginsToo) {
+  EXPECT_EQ(moved("SUM(B$2:B{r})"), 4);
+  EXPECT_EQ(moved("SUM(B{r}:B$5)"), 4);
+  EXPECT_EQ(moved("B3*2+B{r}"), 3) << "on row 3 it names its own row";
+}
+
 TEST(SortingFacts, TheFirstFormulasAreNamedAndTheRestAreCounted) {
   const guard::SortingFacts facts = Made{.onRows = "B{r}-$B$2"}.facts();
   EXPECT_EQ(facts.moved.count, 4);

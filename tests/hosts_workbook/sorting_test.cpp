@@ -93,7 +93,7 @@ TEST(Sort, FormatsMoveWithTheirCells) {
 
 TEST(Sort, FormatsAndHyperlinksOfTheKeyColumnStay) {
   BookText text = column({"<c><v>3</v></c>", "", "<c><v>1</v></c>", "<c><v>2</v></c>"});
-  text.sheet += "<hyperlinks><hyperlink ref=\"A1\" location=\"one\"/></hyperlinks>";
+  text.sheet += "<hyperlinks><hyperlink ref=\"A1:A2\" location=\"one\"/></hyperlinks>";
   OpenBook book(text);
   book.range("A1").Interior().ColorIndex(36);
   book.range("A1").NumberFormat("0.00%");
@@ -108,7 +108,7 @@ TEST(Sort, FormatsAndHyperlinksOfTheKeyColumnStay) {
   EXPECT_EQ(fill(book, "A4"), Variant(std::int32_t{50}));
   EXPECT_EQ(numberFormat(book, "A1"), Variant("0.00%"));
   EXPECT_EQ(numberFormat(book, "A3"), Variant("General"));
-  EXPECT_NE(book.savedSheet().find("<hyperlink ref=\"A1\" location=\"one\"/>"), std::string::npos);
+  EXPECT_NE(book.savedSheet().find("<hyperlink ref=\"A1:A2\" location=\"one\"/>"), std::string::npos);
 }
 
 /// A run borrows the column beside its rows for the keys: it keeps the values, writes numbers, sorts, reads the numbers
@@ -146,6 +146,18 @@ TEST(Sort, ABorrowedColumnOfDatesGivesItsNumbersAndItsDatesBackInEitherCalendar)
     EXPECT_NE(sheet.find("<c r=\"A2\"><v>20</v></c><c r=\"B2\" s=\"1\"><v>1</v></c>"), std::string::npos) << sheet;
     EXPECT_NE(sheet.find("<c r=\"A3\"><v>10</v></c><c r=\"B3\"><v>7</v></c>"), std::string::npos) << sheet;
   }
+}
+
+TEST(Sort, APlainNumberAmongDatesStaysOneWhereverItComes) {
+  BookText text = column({"<c s=\"1\"><v>41000</v></c>", "<c s=\"1\"><v>41001</v></c>"});
+  text.styles =
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><cellXfs count=\"2\">"
+      "<xf numFmtId=\"0\"/><xf numFmtId=\"14\"/></cellXfs></styleSheet>";
+  OpenBook book(text);
+  book.range("A2").Value(Variant(std::int32_t{3}));
+  sort(book, "A1:B2", 1);
+  EXPECT_EQ(book.value("A1"), Variant(3.0));
+  EXPECT_EQ(book.value("A2"), Variant(Date{41000.0}));
 }
 
 TEST(Sort, FormulasMoveAsTheyAreCopied) {

@@ -86,6 +86,14 @@ TEST(Value, DatesCountFromTheWorkbooksOwnBegin) {
   EXPECT_NE(book.savedSheet().find("<c r=\"A3\" s=\"1\"><v>43831</v></c>"), std::string::npos);
 }
 
+TEST(Value, APlainNumberInACellOfDatesIsOneUntilTheCellGetsAnotherFormat) {
+  OpenBook book(kinds());
+  book.range("A3").Value(Variant(7.0));
+  EXPECT_EQ(book.value("A3"), Variant(7.0));
+  book.range("A3").NumberFormat("yyyy\\-mm");
+  EXPECT_EQ(book.value("A3"), Variant(Date{7.0}));
+}
+
 TEST(Value, AFormulaHasItsComputedValue) {
   OpenBook book(kinds());
   EXPECT_EQ(book.value("A4"), Variant(3.0));
