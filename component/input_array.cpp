@@ -45,12 +45,12 @@ void Classifier3::CalculateColumnRanges() {
           minimums[k] = value;
           maximums[k] = value;
         }
-        // 3.
+        // 3. NB: the ranges are typed numbers, so an element is compared as a number, one that is a text too.
         for (std::size_t row = columns; row < elements.size(); row += columns) {
           for (std::size_t k = 0; k < columns; ++k) {
-            const auto& element = elements[row + k];
-            if (input::compare(maximums[k], element) < 0) maximums[k] = input::value(element);
-            if (input::compare(minimums[k], element) > 0) minimums[k] = input::value(element);
+            const double value = input::value(elements[row + k]);
+            if (maximums[k] < value) maximums[k] = value;
+            if (minimums[k] > value) minimums[k] = value;
           }
         }
       },

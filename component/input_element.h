@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <concepts>
 #include <string>
 #include <type_traits>
@@ -26,20 +25,6 @@ requires isNumber<T>
 }
 [[nodiscard]] inline double value(const std::string& element) {
   return value(Variant(element));
-}
-
-/// The automation comparison of a number with an element.
-template <class T>
-requires isNumber<T>
-[[nodiscard]] std::partial_ordering compare(double number, T element) noexcept {
-  return number <=> static_cast<double>(element);
-}
-[[nodiscard]] inline std::partial_ordering compare(double number, const Variant& element) {
-  if (const auto* real = element.getIf<double>()) return number <=> *real;
-  return mervane::compare(Variant(number), element, globals::locale());
-}
-[[nodiscard]] inline std::partial_ordering compare(double number, const std::string& element) {
-  return compare(number, Variant(element));
 }
 
 }  // namespace mervane::input

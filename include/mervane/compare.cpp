@@ -45,8 +45,4 @@ std::partial_ordering compare(const Variant& left, const Variant& right, const L
   return toDouble(left, locale) <=> toDouble(right, locale);
 }
 
-std::partial_ordering compareNumber(double left, const Variant& right, const Locale& locale) {
-  return left <=> toDouble(right, locale);
-}
-
 }  // namespace mervane

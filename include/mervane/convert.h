@@ -63,10 +63,6 @@ namespace mervane {
 /// invalidUseOfNull for Null.
 [[nodiscard]] std::partial_ordering compare(const Variant& left, const Variant& right, const Locale& locale);
 
-/// The automation comparison of a variable of type double with a value: the value is converted to a number first,
-/// so 5 equals "5", and a text that is no number raises typeMismatch.
-[[nodiscard]] std::partial_ordering compareNumber(double left, const Variant& right, const Locale& locale);
-
 /// The automation sum. Two texts are joined; a text beside a number is converted to a double. Empty counts as 0,
 /// or as the empty text beside a text. Integers widen on overflow, to the longer integer and then to a double; two
 /// singles widen to a double. A date plus anything numeric is a date. Null beside anything gives Null.

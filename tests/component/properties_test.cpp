@@ -200,6 +200,28 @@ TEST_F(Properties, ATextInTheFirstRowIsConvertedUnderTheUsersLocale) {
   EXPECT_EQ(classifier->getMinValue(0), 1.5);
 }
 
+TEST_F(Properties, TextsAreRangedByTheirNumbersAndNotByTheirCharacters) {
+  const auto expectRange = [&](const Variant& array) {
+    classifier->Inputs(array);
+    EXPECT_EQ(classifier->getMinValue(0), 2.0);
+    EXPECT_EQ(classifier->getMaxValue(0), 10.0);
+  };
+  expectRange(grid<std::string>({{"10"}, {"9"}, {"2"}}));
+  expectRange(grid<std::string>({{"9"}, {"2"}, {"10"}}));
+  expectRange(grid<Variant>({{Variant("10")}, {Variant("9")}, {Variant("2")}}));
+  expectRange(grid<Variant>({{Variant(9.0)}, {Variant("10")}, {Variant(std::int16_t{2})}}));
+  expectRange(grid<Variant>({{Variant("9")}, {Variant(10.0)}, {Variant("2")}}));
+  machine.services->locale.decimalSeparator = ",";
+  machine.services->locale.groupSeparators = {"."};
+  expectRange(grid<Variant>({{Variant("9,5")}, {Variant(10.0)}, {Variant("2,0")}}));
+}
+
+TEST_F(Properties, ATextInALaterRowThatDoesNotConvertRaisesTheConversionError) {
+  const Variant bad(grid<std::string>({{"1"}, {"2"}, {"north"}}));
+  EXPECT_THAT(failureOf([&] { classifier->Inputs(bad); }), IsFailure(13, "Type mismatch", ""));
+  EXPECT_EQ(classifier->Inputs(), bad);
+}
+
 TEST_F(Properties, AnElementThatDoesNotConvertRaisesWithTheNewArrayInPlace) {
   classifier->Inputs(grid<double>({{1.0}, {2.0}}));
   const Variant bad(grid<Variant>({{Variant("north")}, {Variant(2.0)}, {Variant(3.0)}}));

@@ -67,6 +67,21 @@ TEST_F(Training, WholeRunInConvexModeMakesExactlyTheseCalls) {
   EXPECT_EQ(classifier->Outputs().lowerBound(1), 0);
 }
 
+TEST_F(Training, TheSameNumbersAsTextsReachTheEngineAlike) {
+  const auto callsFor = [&](const Variant& inputs) {
+    engine->calls.clear();
+    classifier->Inputs(inputs);
+    classifier->Run();
+    return engine->calls;
+  };
+  const auto numbers = callsFor(grid<double>({{10.0, 0.5}, {9.0, 0.25}, {2.0, 100.0}}));
+  EXPECT_EQ(callsFor(grid<std::string>({{"10", "0.5"}, {"9", "0.25"}, {"2", "100"}})), numbers);
+  EXPECT_EQ(callsFor(grid<Variant>({{Variant("10"), Variant(0.5)},
+                                    {Variant(9.0), Variant("0.25")},
+                                    {Variant(std::int16_t{2}), Variant("1E2")}})),
+            numbers);
+}
+
 TEST_F(Training, WholeRunInCellByCellModeMakesExactlyTheseCalls) {
   classifier->Inputs(grid<double>({{0.0, 5.0}, {0.5, 6.0}}));
   classifier->Clusters(2);

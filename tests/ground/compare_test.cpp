@@ -86,17 +86,5 @@ TEST(Compare, NullRaisesInvalidUseOfNull) {
   }
 }
 
-TEST(CompareNumber, ATextIsTakenForItsNumber) {
-  EXPECT_EQ(compareNumber(5, "5", english), equal);
-  EXPECT_EQ(compareNumber(5, "10", english), less);
-  EXPECT_EQ(compareNumber(0.5, "0,4", localeNamed("de-DE")), greater);
-  EXPECT_EQ(compareNumber(0, Variant(), english), equal);
-  EXPECT_EQ(compareNumber(0, true, english), greater);
-  EXPECT_EQ(compareNumber(std::numeric_limits<double>::quiet_NaN(), 1, english), unordered);
-  expectRaises(runtime::typeMismatch, [] { (void)compareNumber(5, "abc", english); });
-  expectRaises(runtime::typeMismatch, [] { (void)compareNumber(5, ErrorValue{2042}, english); });
-  expectRaises(runtime::invalidUseOfNull, [] { (void)compareNumber(5, Null{}, english); });
-}
-
 }  // namespace
 }  // namespace mervane
