@@ -216,10 +216,10 @@ Table scaled(const Table& table) {
 }
 
 Clustering byComponent(const Table& raw, std::int32_t clusters, bool convex) {
-  Array<double> inputs({{1, static_cast<std::int32_t>(raw.rows)}, {1, static_cast<std::int32_t>(raw.columns)}});
-  inputs.elements() = raw.values;
+  const Bounds rows{1, static_cast<std::int32_t>(raw.rows)};
+  const Bounds columns{1, static_cast<std::int32_t>(raw.columns)};
   const auto classifier = Classifier3::create({createNetworkEngine});
-  classifier->Inputs(Variant(std::move(inputs)));
+  classifier->Inputs(Variant(Array<double>({rows, columns}, raw.values)));
   classifier->Clusters(clusters);
   classifier->UseConvexCombination(convex);
   classifier->Run();

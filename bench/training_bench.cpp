@@ -68,9 +68,7 @@ engine::LearningRule train(const Case& which, std::span<const double> samples, c
 
 std::shared_ptr<Classifier3> classifierOf(const Case& which, const std::vector<double>& values) {
   auto classifier = Classifier3::create({createNetworkEngine});
-  Array<double> inputs({{1, which.rows}, {1, which.columns}});
-  inputs.elements() = values;
-  classifier->Inputs(Variant(std::move(inputs)));
+  classifier->Inputs(Variant(Array<double>({Bounds{1, which.rows}, Bounds{1, which.columns}}, values)));
   classifier->Clusters(which.clusters);
   classifier->EpochCount(which.epochs);
   return classifier;

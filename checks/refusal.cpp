@@ -10,6 +10,7 @@
 #include "mervane/convert.h"
 #include "mervane/failure.h"
 #include "mervane/letter_case.h"
+#include "mervane/published_errors.h"
 #include "support/globals.h"
 
 namespace mervane::checks {
@@ -211,7 +212,7 @@ std::string whyRefused(BookCells& book, const ReferenceNames& names, const std::
   if (!trouble.empty()) return trouble;
   trouble = referenceTrouble(book, names.outputs, outputs);
   if (!trouble.empty()) return trouble;
-  return message == "Cannot clusterize equal values" ? equalValues(book, *place) : std::string();
+  return message == published::repeatedInputs.description ? equalValues(book, *place) : std::string();
 }
 
 }  // namespace mervane::checks

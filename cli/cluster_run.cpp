@@ -23,9 +23,9 @@ Array<double> arrayOf(std::vector<double> values, std::size_t columns) {
     throw Problem(ExitStatus::dataRefused, grouped(static_cast<long long>(rows)) + " rows are too many",
                   "Rows and columns are counted in 31 bits; take a part of the data.");
   }
-  Array<double> array({{1, static_cast<std::int32_t>(rows)}, {1, static_cast<std::int32_t>(columns)}});
-  array.elements() = std::move(values);
-  return array;
+  const Bounds rowBounds{1, static_cast<std::int32_t>(rows)};
+  const Bounds columnBounds{1, static_cast<std::int32_t>(columns)};
+  return Array<double>({rowBounds, columnBounds}, std::move(values));
 }
 
 template <class Set>

@@ -11,7 +11,7 @@
 #include "dialog/remembered_options.h"
 #include "mervane/convert.h"
 #include "mervane/failure.h"
-#include "support/error_numbers.h"
+#include "mervane/service_errors.h"
 #include "support/globals.h"
 
 namespace mervane::cli {

@@ -8,7 +8,7 @@
 #include "component/sample_cache.h"
 #include "component/scale_value.h"
 #include "dialog/frm_main.h"
-#include "mervane/failure.h"
+#include "mervane/published_errors.h"
 #include "mervane/runtime_errors.h"
 #include "support/procedures.h"
 
@@ -22,7 +22,7 @@ namespace {
 constexpr const char* supportMail = MERVANE_SUPPORT_MAIL;
 
 [[noreturn]] void refuseArgument() {
-  throw Failure(eErr_InvalidArgument, "Invalid argument", std::string(serverName) + ".Classifier3");
+  raise(published::invalidArgument, (std::string(serverName) + ".Classifier3").c_str());
 }
 
 /// What rate and start weight accept. NB: the second half refuses a not-a-number only because the first one does.

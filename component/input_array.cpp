@@ -35,9 +35,9 @@ void Classifier3::CalculateColumnRanges() {
 
   std::visit(
       [&](const auto& array) {
-        const auto& elements = array.elements();
-        auto& minimums = MinValues_.elements();
-        auto& maximums = MaxValues_.elements();
+        const auto elements = array.elements();
+        const auto minimums = MinValues_.elements();
+        const auto maximums = MaxValues_.elements();
         const auto columns = static_cast<std::size_t>(count);
         // 2.
         for (std::size_t k = 0; k < columns; ++k) {

@@ -17,7 +17,7 @@ double scaledInto(double value, double minimum, double maximum) noexcept {
 
 /// Converts whole rows into `values` and counts them up in `rows`; raises at the first element that does not convert.
 template <class T>
-void convertRows(const std::vector<T>& elements, std::span<const double> minimums, std::span<const double> maximums,
+void convertRows(std::span<const T> elements, std::span<const double> minimums, std::span<const double> maximums,
                  bool scaled, std::size_t columns, std::vector<double>& values, std::int64_t& rows) {
   const std::size_t count = elements.size() / columns;
   for (std::size_t row = 0; row < count; ++row) {

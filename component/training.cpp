@@ -18,12 +18,17 @@ namespace key = component::key;
 
 void Classifier3::Run() {
   const auto self = shared_from_this();  // A sink may drop the last reference of the client's.
+  // Not kept beyond the run, however it ends: the cache is as large as the array.
+  struct WithoutCache {
+    SampleCache& samples;
+    ~WithoutCache() { samples.drop(); }
+  };
+  const WithoutCache behind{*samples_};
   traced(key::Run, [&](Steps& step) {
     step([&] { CreateNetwork(); });
     step([&] { TrainNetwork(); });
     step([&] { StoreResults(); });
   });
-  samples_->drop();  // Not kept beyond the run: it is as large as the array.
 }
 
 void Classifier3::CreateNetwork() {

@@ -5,6 +5,7 @@
 #include "dialog/frm_main.h"
 #include "mervane/classifier3.h"
 #include "mervane/convert.h"
+#include "mervane/published_errors.h"
 #include "output/output_formatting.h"
 #include "spreadsheet/application.h"
 #include "support/procedures.h"
@@ -43,7 +44,7 @@ std::string checkedSheet(const sheet::Application& application, const std::strin
   std::string firstCell;
   std::string lastCell;
   if (!mTools::SplitRangeReference(application, reference, sheetName, firstCell, lastCell)) {
-    throw Failure(eErr_InvalidReference, "Invalid cell reference.");
+    raise(published::invalidReference);
   }
   return sheetName;
 }
@@ -133,17 +134,17 @@ void Classifier3::PrepareClassification() {
   const AnyArray& inputs = inputArray();
   if (wrapping32::subtract(inputs.upperBound(1), inputs.lowerBound(1)) !=
       wrapping32::subtract(OutputData_.upperBound(1), OutputData_.lowerBound(1))) {
-    throw Failure(eErr_InputAndOutputAreNotSame, "Input and output ranges are not the same");
+    raise(published::inputAndOutputAreNotSame);
   }
   // 14. Both tests bring their reference into A1 form; the dialog keeps its own text.
   std::string reference = CellInputs();
   if (!mTools::AllCellsNumeric(application, reference)) {
-    throw Failure(eErr_NotDigit, "Only numbers are allowed for clusterization");
+    raise(published::notDigit);
   }
   // 15.
   reference = CellInputs();
   if (mTools::RepeatedInputs(application, reference)) {
-    throw Failure(eErr_RepeatedInputs, "Cannot clusterize equal values");
+    raise(published::repeatedInputs);
   }
 }
 

@@ -9,8 +9,8 @@
 
 #include "mervane/convert.h"
 #include "mervane/runtime_errors.h"
+#include "mervane/service_errors.h"
 #include "platform/key_store.h"
-#include "support/error_numbers.h"
 #include "support/globals.h"
 #include "support/procedures.h"
 
@@ -141,8 +141,10 @@ void CAppSettings::GetAllKeys(const std::string& section, Array<std::string>& ke
         if (tooMany) break;
         names.emplace_back(buffer.data(), std::min<std::size_t>(size, buffer.size()));
       }
-      if (!names.empty()) keys = Array<std::string>({Bounds{1, static_cast<std::int32_t>(names.size())}});
-      keys.elements() = std::move(names);
+      if (!names.empty()) {
+        const Bounds bounds{1, static_cast<std::int32_t>(names.size())};
+        keys = Array<std::string>({bounds}, std::move(names));
+      }
       if (tooMany) raise(runtime::overflow);  // NB: index and count have 16 bits.
     }
     // 5.

@@ -4,8 +4,8 @@
 #include <limits>
 
 #include "mervane/convert.h"
+#include "mervane/service_errors.h"
 #include "platform/services.h"
-#include "support/error_numbers.h"
 #include "support/frm_error_message.h"
 #include "support/globals.h"
 #include "support/procedures.h"

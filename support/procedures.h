@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "mervane/failure.h"
+#include "mervane/service_errors.h"
 #include "support/error_handler.h"
-#include "support/error_numbers.h"
 #include "support/globals.h"
 #include "support/wrapped_failure.h"
 
@@ -70,6 +70,15 @@ class Steps {
   friend void traced(const char* key, Body&& body);
 };
 
+/// A statement of a swallowed stretch: a failure is dropped without a word.
+template <class Statement>
+void attempt(Statement&& statement) {
+  try {
+    std::forward<Statement>(statement)();
+  } catch (const Failure&) {  // NOLINT(bugprone-empty-catch): dropping it is the point.
+  }
+}
+
 /// A traced procedure: on the call stack while it runs, its failures shown where they happen and raised to nobody.
 /// @param key "MervaneClass3.<class>.<procedure>"
 /// @param body takes the Steps; whatever it leaves in its captured results stands after an abort.
@@ -82,6 +91,12 @@ void traced(const char* key, Body&& body) {
     step([&] { globals::errorHandler().CallStackPop(); });
   } catch (const Steps::Abandoned& abandoned) {
     if (abandoned.procedure != &step) throw;
+  } catch (const Failure&) {
+    throw;  // Of the handling itself: the entry stays behind.
+  } catch (...) {
+    // What a client's own code throws is no failure of the system's. It passes, and no entry is left of it.
+    attempt([] { globals::errorHandler().CallStackPop(); });
+    throw;
   }
 }
 
@@ -126,15 +141,6 @@ decltype(auto) service(const char* className, std::int32_t number, Body&& body) 
   } catch (const Failure& failure) {
     if (!trap.armed()) throw;
     throw WrappedFailure(number, std::string(className) + " component failure", trap.source(), failure);
-  }
-}
-
-/// A statement of a swallowed stretch: a failure is dropped without a word.
-template <class Statement>
-void attempt(Statement&& statement) {
-  try {
-    std::forward<Statement>(statement)();
-  } catch (const Failure&) {  // NOLINT(bugprone-empty-catch): dropping it is the point.
   }
 }
 

@@ -119,7 +119,8 @@ class Classifier3 : public std::enable_shared_from_this<Classifier3> {
   /// Called on the thread of Run after each epoch but one that ends by StopLearning.
   /// @param epoch the loop counter itself: training goes on behind an assigned value.
   /// @param currentLearningRate, currentRadius copies of the values of the epoch just finished.
-  /// A Failure that a sink raises counts as a failure of the training.
+  /// A Failure that a sink raises counts as a failure of the training. Any other exception ends the run and passes to
+  /// the caller of Run; Outputs keep what they held, and Run may be called again.
   using NextEpochSink =
       std::function<void(std::int32_t& epoch, double& currentLearningRate, std::int32_t& currentRadius)>;
   /// @return a number for removeNextEpochSink. Sinks are called in the order of their adding.

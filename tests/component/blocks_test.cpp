@@ -208,8 +208,7 @@ TEST_F(Blocks, ARefusedSampleAmongTheResultsFailsAtItsRowWhateverTheAnswer) {
 }
 
 TEST_F(Blocks, InputsReplacedWhileAFailureAmongTheResultsIsShownAreReadByTheRowsThatWereLeft) {
-  Array<double> moved({Bounds{2, 11}, Bounds{2, 3}});
-  moved.elements() = manyRows(10).elements();
+  const Array<double> moved({Bounds{2, 11}, Bounds{2, 3}}, manyRows(10).elements());
   // More rows, fewer rows, and rows that begin behind the one that failed.
   for (const Array<double>& other : {manyRows(20), manyRows(6), moved}) {
     for (const std::deque<std::string>& answers :

@@ -1,3 +1,4 @@
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -269,6 +270,20 @@ TEST_F(Lifecycle, AnAbortOfOneObjectEmptiesTheStackOfTheOther) {
   classifier->Run();
   EXPECT_EQ(during, "");
   EXPECT_THAT(outputs(), ElementsAre(1)) << "the outer run goes on to its end";
+}
+
+TEST_F(Lifecycle, AnExceptionOfASinkThatIsNoFailurePassesThroughRunAndLeavesTheObjectReadyForTheNext) {
+  classifier->Inputs(grid<double>({{1.0}, {2.0}}));
+  const std::size_t sink =
+      classifier->addNextEpochSink([](std::int32_t&, double&, std::int32_t&) { throw std::runtime_error("enough"); });
+  EXPECT_THROW(classifier->Run(), std::runtime_error);
+  EXPECT_THAT(dialog->reports, IsEmpty());
+  EXPECT_EQ(stack(), "") << "what a later report would list";
+  EXPECT_THAT(outputs(), ElementsAre(0, 0)) << "the results are not stored";
+
+  classifier->removeNextEpochSink(sink);
+  classifier->Run();
+  EXPECT_THAT(outputs(), ElementsAre(1, 3));
 }
 
 TEST_F(Lifecycle, ObjectsOfTwoThreadsUseTwoHandlers) {

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <limits>
 
+#include "mervane/published_errors.h"
 #include "mervane/runtime_errors.h"
 #include "tests/component/component_fixture.h"
 
@@ -9,6 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 using tests::failureOf;
 using tests::grid;
 using tests::IsFailure;
@@ -100,6 +102,36 @@ TEST_F(Properties, ErrorCodesAreThePublishedNumbers) {
   EXPECT_EQ(eErr_CategoriesCount, -2147203692);
   EXPECT_EQ(eErr_Table, -2147203691);
   EXPECT_EQ(eErr_InputAndOutputAreNotSame, -2147203690);
+}
+
+TEST_F(Properties, EachErrorCodeHasItsFixedText) {
+  std::vector<std::pair<std::int32_t, std::string>> texts;
+  for (const PublishedError& error : published::all) texts.emplace_back(error.number, error.description);
+  EXPECT_THAT(
+      texts,
+      ElementsAre(Pair(-2147203703, "Invalid argument"), Pair(-2147203701, "Invalid cell reference."),
+                  Pair(-2147203700, "Input and output ranges must be on the same spreadsheet."),
+                  Pair(-2147203699, "The clusterization output will be placed to the range "),
+                  Pair(-2147203698, "Only numbers are allowed for clusterization"),
+                  Pair(-2147203697, "Cannot clusterize intersecting ranges"),
+                  Pair(-2147203696, "Cannot clusterize equal values"),
+                  Pair(-2147203695, "Please, specify learning rate between 0 and 1"),
+                  Pair(-2147203694, "Please, specify initial weights between 0 and 1"),
+                  Pair(-2147203693, "Cells must contain only numbers"),
+                  Pair(-2147203692, "Please, specify Number of clusters between 1 and 254"),
+                  Pair(-2147203691,
+                       "The data that you have in the spreadsheet is in the format of a table and can\xE2\x80\x99t be "
+                       "analyzed by Kelvash if it is not converted into the normal range of cells format. Do you "
+                       "want to convert the table to range and continue (the data and appearance won\xE2\x80\x99t be "
+                       "changed)?"),
+                  Pair(-2147203690, "Input and output ranges are not the same")));
+}
+
+TEST_F(Properties, APublishedErrorIsRaisedWithItsTextAndTheSourceGiven) {
+  EXPECT_THAT(failureOf([] { raise(published::rangeIntersect); }),
+              IsFailure(eErr_RangeIntersect, "Cannot clusterize intersecting ranges", ""));
+  EXPECT_THAT(failureOf([] { raise(published::noDigit, "Host.Sheet"); }),
+              IsFailure(eErr_NoDigit, "Cells must contain only numbers", "Host.Sheet"));
 }
 
 // Inputs.

@@ -9,9 +9,9 @@
 
 #include "dialog/frm_main.h"
 #include "mervane/convert.h"
+#include "mervane/service_errors.h"
 #include "platform/headless/headless_error_window.h"
 #include "platform/headless/headless_option_window.h"
-#include "support/error_numbers.h"
 #include "support/globals.h"
 #include "tests/support/test_machine.h"
 

@@ -1,6 +1,11 @@
 #include "mervane/array.h"
 
+#include <array>
 #include <limits>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "mervane/variant.h"
 #include "tests/ground/raises.h"
@@ -15,7 +20,8 @@ TEST(Array, EachDimensionHasBoundsOfItsOwn) {
   EXPECT_EQ(array.upperBound(1), 7);
   EXPECT_EQ(array.lowerBound(2), 3);
   EXPECT_EQ(array.upperBound(2), 4);
-  EXPECT_EQ(array.elements(), std::vector<double>(6, 0.0));
+  ASSERT_EQ(array.elements().size(), 6U);
+  for (const double element : array.elements()) EXPECT_EQ(element, 0.0);
   array.at(6, 3) = 1.5;
   EXPECT_EQ(array.elements()[2], 1.5);  // Row-major.
 }
@@ -51,6 +57,54 @@ TEST(Array, ImpossibleBoundsAreRefused) {
   expectRaises(runtime::invalidProcedureCall, [] { (void)Array<double>({{2, 0}}); });
   expectRaises(runtime::invalidProcedureCall, [] { (void)Array<double>({{highest, lowest}}); });
   expectRaises(runtime::outOfMemory, [] { (void)Array<double>({{lowest, highest}, {lowest, highest}}); });
+}
+
+TEST(Array, WhereTheMemoryDoesNotSufficeItIsAFailure) {
+  struct Unaffordable {
+    Unaffordable() { throw std::bad_alloc(); }
+  };
+  expectRaises(runtime::outOfMemory, [] { (void)Array<Unaffordable>({{1, 1}}); });
+}
+
+TEST(Array, MoreBytesThanTheMachineCanCountAreAFailure) {
+  using Kilobyte = std::array<char, 1024>;
+  constexpr std::int32_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(Kilobyte) >= (std::int64_t{1} << 40)
+                                    ? std::numeric_limits<std::int32_t>::max()
+                                    : 1 << 21;  // On a 32-bit machine: half a byte count too many.
+  expectRaises(runtime::outOfMemory, [] { (void)Array<Kilobyte>({{1, most}, {1, 1024}}); });
+}
+
+TEST(Array, TakesElementsOverWhoseNumberIsThatOfTheBounds) {
+  const Array<double> array({Bounds{1, 2}, Bounds{3, 4}}, {1.0, 2.0, 3.0, 4.0});
+  EXPECT_EQ(array.at(2, 3), 3.0);
+  const auto withElements = [](std::size_t count) {
+    return [count] { (void)Array<double>({Bounds{1, 2}, Bounds{3, 4}}, std::vector<double>(count)); };
+  };
+  expectRaises(runtime::invalidProcedureCall, withElements(3));
+  expectRaises(runtime::invalidProcedureCall, withElements(5));
+}
+
+// What elements() gives can change neither the number of the elements nor outlive a temporary array.
+template <class T>
+concept Resizable = requires(T elements) {
+  elements.resize(1);
+};
+static_assert(!Resizable<decltype(std::declval<Array<double>&>().elements())>);
+static_assert(!std::is_reference_v<decltype(std::declval<Array<double>>().elements())>);
+static_assert(!std::is_reference_v<decltype(std::declval<Array<double>>().bounds())>);
+
+TEST(Array, ElementsOfATemporaryOutliveIt) {
+  const auto temporary = [] { return Array<double>({Bounds{1, 2}}, {1.5, 2.5}); };
+  std::vector<double> seen;
+  for (const double element : temporary().elements()) seen.push_back(element);
+  EXPECT_EQ(seen, (std::vector<double>{1.5, 2.5}));
+}
+
+TEST(Array, WithItsElementsTakenAnArrayHasNoDimensions) {
+  Array<double> array({Bounds{1, 2}}, {1.5, 2.5});
+  EXPECT_EQ(std::move(array).elements(), (std::vector<double>{1.5, 2.5}));
+  EXPECT_EQ(array.dimensions(), 0);  // NOLINT(bugprone-use-after-move): what is left is what is promised.
+  expectRaises(runtime::subscriptOutOfRange, [&] { (void)array.at(1); });
 }
 
 TEST(AnyArray, ElementsComeOutWithTheirOwnKind) {

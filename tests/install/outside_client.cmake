@@ -38,6 +38,7 @@ endif()
 file(GLOB header_root ${prefix}/include/mervane-*)
 file(GLOB_RECURSE headers RELATIVE ${header_root} ${header_root}/*.h)
 if(NOT "mervane/library.h" IN_LIST headers OR NOT "mervane/classifier3.h" IN_LIST headers
+    OR NOT "mervane/published_errors.h" IN_LIST headers OR NOT "mervane/service_errors.h" IN_LIST headers
     OR NOT "component/network_engine/network_engine.h" IN_LIST headers)
   message(FATAL_ERROR "A public header is missing. Found: ${headers}")
 endif()

@@ -55,9 +55,8 @@ class OutputTest : public ::testing::Test {
   }
 
   static Variant resultOf(const std::vector<std::int32_t>& numbers) {
-    Array<std::int32_t> array({{1, static_cast<std::int32_t>(numbers.size())}});
-    array.elements() = numbers;
-    return Variant(std::move(array));
+    const Bounds bounds{1, static_cast<std::int32_t>(numbers.size())};
+    return Variant(Array<std::int32_t>({bounds}, numbers));
   }
 
   void set(COutputFormatting& output, const Plan& plan, const sheet::ObjectRef& host) const {

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "mervane/failure.h"
+#include "mervane/service_errors.h"
 #include "platform/windows/windows_services.h"
 #include "support/app_settings.h"
-#include "support/error_numbers.h"
 #include "support/globals.h"
 #include "tests/support/own_user_registry.h"
 

@@ -1,11 +1,12 @@
 #include "support/app_settings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "mervane/failure.h"
-#include "support/error_numbers.h"
+#include "mervane/service_errors.h"
 #include "support/globals.h"
 #include "tests/support/test_machine.h"
 
@@ -238,7 +239,7 @@ TEST_F(AppSettings, SubkeysAreNotListed) {
   settings.SaveSetting(R"(values\deep)", "b", value);
   Array<std::string> keys;
   settings.GetAllKeys("values", keys);
-  EXPECT_EQ(keys.elements(), std::vector<std::string>{"a"});
+  EXPECT_THAT(keys.elements(), testing::ElementsAre("a"));
 }
 
 TEST_F(AppSettings, AMissingSectionEmptiesTheArrayAndFails) {
@@ -271,7 +272,7 @@ TEST_F(AppSettings, AFailedEnumerationKeepsTheNamesBeforeIt) {
   Array<std::string> keys;
   machine.keyStore->script.failCall(5);  // Open, info, first name, second name, third name.
   settings.GetAllKeys("values", keys);
-  EXPECT_EQ(keys.elements(), (std::vector<std::string>{"a", "b"}));
+  EXPECT_THAT(keys.elements(), testing::ElementsAre("a", "b"));
 }
 
 TEST_F(AppSettings, MoreNamesThanSixteenBitsCountAreNotProvidedFor) {

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "mervane/service_errors.h"
 #include "support/error_handler.h"
-#include "support/error_numbers.h"
 #include "tests/support/failure_matchers.h"
 #include "tests/support/test_machine.h"
 

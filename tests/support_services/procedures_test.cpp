@@ -249,6 +249,16 @@ TEST_F(Traced, OnlyFailuresEnterTheTrap) {
   EXPECT_THAT(dialog->reports, IsEmpty());
 }
 
+TEST_F(Traced, AnExceptionThatIsNoFailureTakesTheEntriesOfTheProceduresThatItLeavesAlong) {
+  std::string between;
+  traced("outermost", [&](Steps&) {
+    EXPECT_THROW(traced("outer", [](Steps& step) { step([] { traced("inner", [](Steps&) { throw 7; }); }); }), int);
+    between = stack();
+  });
+  EXPECT_EQ(between, "                    outermost()");
+  EXPECT_EQ(stack(), "");
+}
+
 TEST_F(Traced, AConditionAnswersWhatItsTestAnswers) {
   traced("p", [&](Steps& step) {
     EXPECT_TRUE(step.holds([] { return true; }));

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "support/error_numbers.h"
+#include "mervane/service_errors.h"
 #include "support/globals.h"
 #include "tests/support/fake_sheet.h"
 #include "tests/support/fault_injector.h"

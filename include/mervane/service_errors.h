@@ -2,7 +2,8 @@
 
 #include <cstdint>
 
-/// Error numbers of the support services, on the error base 0x80040000.
+/// Error numbers of the support services, on the error base 0x80040000: what CErrorHandler and CAppSettings raise, and
+/// eErr_ComponentFailure, which stands for any failure that a procedure wraps.
 namespace mervane {
 
 inline constexpr std::int32_t errorBase = -2147221504;
