@@ -96,3 +96,13 @@ function(mervane_test_options name)
     endif()
   endforeach()
 endfunction()
+
+# mervane_require_built(TARGET [COMPONENT name]): stops an installation before anything is copied where that target has not
+# been built, and says what to build. Stands before the install rules that it guards.
+function(mervane_require_built target)
+  install(CODE "
+    if(NOT EXISTS \"$<TARGET_FILE:${target}>\")
+      message(FATAL_ERROR \"There is no $<TARGET_FILE:${target}> to install. Build it first:\\n\"
+        \"  cmake --build ${PROJECT_BINARY_DIR} --target ${target}\")
+    endif()" ${ARGN})
+endfunction()

@@ -7,6 +7,8 @@ endif()
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
+mervane_require_built(mervane COMPONENT development)
+
 # The headers keep their folders under a root of the major version, since they include each other by folder.
 set(header_root ${CMAKE_INSTALL_INCLUDEDIR}/mervane-${PROJECT_VERSION_MAJOR})
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/mervane)
