@@ -116,11 +116,7 @@ ClusterRun OwnedClassifier::outcome(const TrainingWatch& watch) const {
 }
 
 void requireNotAborted(const ErrorAnswers& answers) {
-  if (answers.aborted() == 0) return;
-  const std::string cause = printable(answers.causeOfAbort());
-  throw Problem(
-      ExitStatus::engineFailure, "the run failed; nothing is written",
-      cause.empty() ? "The report above says what failed. --on-error tells how to go on after a failure." : cause);
+  if (answers.aborted() > 0) throw failedRun(answers.causeOfAbort());
 }
 
 ClusterRun runClassifier(std::vector<double> values, std::size_t columns, const ClusterRunOptions& options, Talk& talk,
@@ -137,7 +133,10 @@ ClusterRun runClassifier(std::vector<double> values, std::size_t columns, const 
 
   TrainingWatch watch(classifier, talk, options.showProgress, trace);
   watch.begin(rows);
-  classifier.Run();
+  {
+    const ErrorAnswers::Run run(answers);
+    classifier.Run();
+  }
   watch.end();
 
   watch.requireTrace();

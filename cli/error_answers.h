@@ -2,12 +2,18 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
+#include "cli/problem.h"
 #include "platform/error_window.h"
 
 namespace mervane::cli {
 
 class Talk;
+
+/// A run that was given up because of a failure that has been reported.
+/// @param cause what `ErrorAnswers::causeOfAbort` says
+[[nodiscard]] Problem failedRun(const std::string& cause);
 
 /// What `--on-error` says: the answer to a failure report.
 struct ErrorPolicy {
@@ -27,6 +33,20 @@ class ErrorAnswers {
 
   [[nodiscard]] std::unique_ptr<platform::ErrorWindow> createWindow();
 
+  /// A stretch of the program in which the first answer abort ends the run at once: it raises the Problem of a failed
+  /// run, status engineFailure, which passes through the component. Outside, and behind that, an abort gives up one
+  /// procedure, as it does everywhere.
+  class Run {
+   public:
+    explicit Run(ErrorAnswers& answers) noexcept : answers_(answers) { answers_.abortEndsRun_ = true; }
+    ~Run() { answers_.abortEndsRun_ = false; }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+   private:
+    ErrorAnswers& answers_;
+  };
+
   [[nodiscard]] std::int32_t aborted() const noexcept { return aborted_; }
   [[nodiscard]] std::int32_t retried() const noexcept { return retried_; }
   [[nodiscard]] std::int32_t ignored() const noexcept { return ignored_; }
@@ -35,12 +55,15 @@ class ErrorAnswers {
 
  private:
   friend class ReportPrinter;
-  /// Prints the report and returns the key of the button to press.
+  /// Prints the report and returns the key of the button to press. Behind an abort that has ended the run nothing is
+  /// printed or asked any more.
   [[nodiscard]] const char* answer(const std::string& report);
   [[nodiscard]] static ErrorPolicy::Answer asked();
 
   Talk& talk_;
   ErrorPolicy policy_;
+  bool abortEndsRun_ = false;
+  bool runHasEnded_ = false;
   std::int32_t aborted_ = 0;
   std::int32_t retried_ = 0;
   std::int32_t ignored_ = 0;

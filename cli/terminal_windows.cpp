@@ -50,7 +50,10 @@ std::optional<std::string> askLine(const std::string& question) {
   while (line.empty() || line.back() != L'\n') {
     std::array<wchar_t, 256> block{};
     DWORD count = 0;
+    SetLastError(ERROR_SUCCESS);
     if (ReadConsoleW(handleOf(stdin), block.data(), block.size(), &count, nullptr) == FALSE || count == 0) {
+      // Ctrl-C ends the reading before the system calls the handler, which ends the program.
+      if (GetLastError() == ERROR_OPERATION_ABORTED) Sleep(5000);
       return std::nullopt;
     }
     line.append(block.data(), count);

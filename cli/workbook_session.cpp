@@ -94,8 +94,16 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
       trouble = std::current_exception();
     }
   });
-  const std::string result = classifier.ShowMainForm();
-  services_.screen_->atHourglass = nullptr;
+  std::string result;
+  {
+    struct WatchNoMore {
+      WorkbookServices::WatchedScreen& screen;
+      ~WatchNoMore() { screen.atHourglass = nullptr; }
+    };
+    const WatchNoMore behind{*services_.screen_};
+    const ErrorAnswers::Run run(services_.answers_);
+    result = classifier.ShowMainForm();
+  }
   watch.end();
 
   if (trouble) std::rethrow_exception(trouble);

@@ -7,6 +7,10 @@
 #include "mervane/variant.h"
 
 /// What the dialog remembers from one session to the next, for programs that show or change it without a dialog.
+///
+/// NB: a value with a fraction (both rates of the network, after an edit) is stored as its text in the user's regional
+/// settings, every other number as a whole one. The store rounds a number to a whole one: a rate of 0.5 would come back
+/// as 0, which the dialog refuses, and so would be forgotten.
 namespace mervane::dialog {
 
 /// Where the dialog keeps its settings.

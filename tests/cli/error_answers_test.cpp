@@ -93,5 +93,32 @@ TEST_F(ErrorAnswersTest, NothingIsPrintedWithoutAFailure) {
   EXPECT_EQ(stream.text(), "");
 }
 
+TEST_F(ErrorAnswersTest, InsideARunTheFirstAbortEndsItAndNothingIsPrintedBehindThat) {
+  ErrorAnswers answers(talk, {});
+  const ServicesInUse services(commandLineServices(answers));
+  globals::errorHandler().Init(ehaErrorForm, "a", true, false, tfLogFile, "b");
+  const auto fail = [](Steps& step) { step([] { throw Failure(13, "Type mismatch"); }); };
+  bool wentOn = false;
+  {
+    const ErrorAnswers::Run run(answers);
+    EXPECT_THROW(traced("MervaneClass3.Test.Outer",
+                        [&](Steps& step) {
+                          step([&] { traced("MervaneClass3.Test.Inner", fail); });
+                          wentOn = true;
+                        }),
+                 Problem);
+  }
+  EXPECT_FALSE(wentOn);
+  EXPECT_EQ(answers.aborted(), 1);
+  const std::string text = stream.text();
+  traced("MervaneClass3.Test.Behind", fail);
+  EXPECT_EQ(stream.text(), text);
+}
+
+TEST_F(ErrorAnswersTest, IgnoreSaysWhatIsLeftOutByTheProcedureThatFailed) {
+  tries({ErrorPolicy::Answer::ignore, 0}, 1);
+  EXPECT_NE(stream.text().find("mervane: ignored; one step of Procedure is left out\n"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace mervane::cli

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 
 #include "tests/cli/program_run.h"
 
@@ -91,6 +92,75 @@ TEST(ProgramErrors, OnErrorIgnoreStillWrites) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "1,1\n2,1\n");
   EXPECT_NE(outcome.err.find("were ignored; the result may be wrong"), std::string::npos);
+}
+
+TEST(ProgramErrors, OnErrorIgnoreSaysWhatIsLeftOut) {
+  const Outcome outcome = runProgram(
+      {"cluster", "-", "-k", "1", "--learning-radius", "1e300", "--epochs", "2", "--on-error", "ignore"}, "1\n2\n");
+  EXPECT_NE(outcome.err.find("mervane: ignored; one step of the training is left out\n"), std::string::npos)
+      << outcome.err;
+}
+
+std::size_t countOf(const std::string& what, const std::string& text) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++count;
+  return count;
+}
+
+TEST(ProgramErrors, AnAbortEndsTheRunWithoutTheFailuresThatWouldFollowFromTheFirst) {
+  const Outcome outcome = runProgram({"cluster", "-", "-k", "20000000", "--epochs", "1"}, "1\n");
+  expectEnd(outcome, 4, "the run failed; nothing is written");
+  EXPECT_EQ(countOf("The call stack is:", outcome.err), 1U) << outcome.err;
+}
+
+/// A failure that the user is asked about: there is no memory for so large a network.
+class AskedOnATerminal : public testing::Test {
+ protected:
+  AskedOnATerminal() {
+    folder.put("in.csv", "1\n");
+    folder.put("out.csv", "old");
+  }
+  static constexpr const char* question = "[A]bort, [R]etry, [I]gnore? ";
+  [[nodiscard]] Start start() const {
+    Start start;
+    start.arguments = {"cluster", folder.file("in.csv"), "-o", folder.file("out.csv"), "-k", "20000000", "--epochs",
+                       "1"};
+    start.onTerminal = true;
+    return start;
+  }
+  TestFolder folder;
+};
+
+TEST_F(AskedOnATerminal, AbortEndsTheRunAtOnce) {
+  ProgramRun run(start());
+  ASSERT_TRUE(run.waitForError(question));
+  run.type("a\n");
+  const Outcome outcome = run.finish();
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(countOf(question, outcome.err), 1U) << outcome.err;
+  EXPECT_EQ(folder.get("out.csv"), "old");
+}
+
+TEST_F(AskedOnATerminal, CtrlCAtTheQuestionEndsTheProgram) {
+  ProgramRun run(start());
+  ASSERT_TRUE(run.waitForError(question));
+  run.send(SIGINT);
+  const Outcome outcome = run.finish();
+  EXPECT_EQ(outcome.status, 130);
+  EXPECT_EQ(countOf(question, outcome.err), 1U);
+  EXPECT_EQ(folder.get("out.csv"), "old");
+  EXPECT_EQ(folder.entries(), (std::vector<std::string>{"in.csv", "out.csv"}));
+}
+
+TEST_F(AskedOnATerminal, IgnoreSaysWhatIsLeftOutAndAbortAtTheNextQuestionEndsTheRun) {
+  ProgramRun run(start());
+  ASSERT_TRUE(run.waitForError(question));
+  run.type("i\n");
+  ASSERT_TRUE(run.waitForError("ignored; one step of setting the network up is left out"));
+  run.type("a\n");
+  const Outcome outcome = run.finish();
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(countOf(question, outcome.err), 2U) << outcome.err;
 }
 
 TEST(ProgramErrors, OnErrorIgnoreEndsInOrderWithoutANetworkToo) {
