@@ -512,13 +512,18 @@ TEST_F(Training, EveryElementTypeReachesTheEngineAsDoubles) {
               ElementsAre("SetConvexInputs([1.5 -1 0 7], 1, 0)"));
 }
 
-TEST_F(Training, ValuesAboveTheRangesOfTheirColumnAreFedUnscaled) {
-  // A not-a-number in the first row keeps the range from growing, so later values have no inside to lie in.
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  classifier->Inputs(grid<double>({{1.0, 1.0}, {3.0, 2.0}, {nan, 3.0}}));
+TEST_F(Training, ValuesOutsideTheRangesOfTheirColumnAreFedUnscaled) {
+  // The ranges end at an element that does not convert, but the rows behind it are inputs all the same.
+  classifier->Inputs(grid<double>({{0.0}, {0.0}, {0.0}, {0.0}, {0.0}}));
+  EXPECT_THROW(classifier->Inputs(grid<Variant>(
+                   {{Variant(1.0)}, {Variant(3.0)}, {Variant("north")}, {Variant(9.0)}, {Variant(-4.0)}})),
+               Failure);
   classifier->EpochCount(0);
+  dialog->answers = {"IGNORE"};
   classifier->Run();
-  EXPECT_EQ(engine->callsOf("SetConvexInputs(").at(1), "SetConvexInputs([0.999 0.5], 1, 0)");
+  EXPECT_THAT(engine->callsOf("SetConvexInputs("),
+              ElementsAre("SetConvexInputs([0.001], 1, 0)", "SetConvexInputs([0.999], 1, 0)",
+                          "SetConvexInputs([], 1, 0)", "SetConvexInputs([9], 1, 0)", "SetConvexInputs([-4], 1, 0)"));
 }
 
 TEST_F(Training, NoRunReachesBeyondTheInputsOfAnArrayWithoutRowsOrColumns) {

@@ -260,8 +260,16 @@ TEST_F(WorksheetFlow, ARefusalOfTheApplicationShowsItsOwnText) {
 
 TEST_F(WorksheetFlow, WithoutAnApplicationTheReferenceCannotBeTaken) {
   classifier->ExcelApplication(nullptr);
-  EXPECT_EQ(clusterize({{"INPUTS", "B2:C6"}, {"OUTPUTS", "E2"}}), "INVALIDDATA");
+  EXPECT_EQ(clusterize({{"INPUTS", "B2:C6"}, {"OUTPUTS", "E2"}, {"EPOCHS", "7"}}), "INVALIDDATA");
   EXPECT_THAT(machine.messageBox->shown, SizeIs(1));
+  EXPECT_EQ(message(), "mTools component failure")
+      << "that of the reference, which asks the application for its sheets";
+  EXPECT_EQ(classifier->EpochCount(), 7) << "what stands before the reference has been taken";
+  EXPECT_TRUE(classifier->Inputs().isEmpty()) << "what stands behind it has not";
+  EXPECT_THAT(engine->calls, IsEmpty());
+
+  classifier->ExcelApplication(excel.object());
+  EXPECT_EQ(clusterize({{"INPUTS", "B2:C6"}, {"OUTPUTS", "E2"}}), "CLOSE");
 }
 
 TEST_F(WorksheetFlow, AnEmptyOutputReferenceIsRefusedAfterInputsHasBeenRead) {
@@ -430,19 +438,28 @@ TEST_F(WorksheetFlow, EachHostCallInTurnFailsAndEveryFailureIsAnsweredOnce) {
   });
   EXPECT_EQ(classifier->ShowMainForm(), "CLOSE");
 
+  const auto sheetAfter = [](tests::FakeSheet& host) {
+    std::vector<std::string> texts;
+    for (const Variant& value : host.values("A1:H12")) texts.push_back(toText(value, englishLocale()));
+    return texts;
+  };
   int failing = 1;
+  std::map<int, std::vector<std::string>> retried;  // by the failing call
+  std::vector<std::string> whole;
+  int passedOver = 0;
   for (;; ++failing) {
     tests::FakeSheet host;
     host.fill("B2", {{1.0, 10.0}, {9.0, 90.0}, {5.0, 50.0}});
     const tests::FaultInjector faulty(host.object(), failing);
     machine.messageBox->shown.clear();
     dialog->reports.clear();
-    dialog->answers.assign(50, "IGNORE");
+    dialog->answers.assign(50, "RETRY");
     classifier->ExcelApplication(faulty.object());
     const std::string answer = clusterize({{"INPUTS", "Sheet1!B2:C4"}, {"OUTPUTS", "E2"}, {"EPOCHS", "2"}});
     if (!faulty.triggered()) {
       EXPECT_EQ(answer, "CLOSE");
       EXPECT_EQ(dialog->reports.size() + machine.messageBox->shown.size(), 0U);
+      whole = sheetAfter(host);
       break;
     }
     // A check that fails is a message and ends there; anything behind the checks is reported or passed over.
@@ -453,9 +470,16 @@ TEST_F(WorksheetFlow, EachHostCallInTurnFailsAndEveryFailureIsAnsweredOnce) {
     } else {
       EXPECT_EQ(answer, "CLOSE") << failing;
       EXPECT_THAT(machine.messageBox->shown, IsEmpty()) << failing;
+      ASSERT_LE(dialog->reports.size(), 1U) << failing << ": one failure is asked about once";
+      if (dialog->reports.empty()) ++passedOver;
+      if (!dialog->reports.empty()) retried[failing] = sheetAfter(host);
     }
   }
   EXPECT_GT(failing, 50) << "a whole flow makes many calls";
+  EXPECT_GT(passedOver, 5);
+  EXPECT_GT(retried.size(), 50U);
+  for (const auto& [call, texts] : retried)
+    EXPECT_EQ(texts, whole) << call << ": a retry leaves what no failure leaves";
 }
 
 TEST_F(WorksheetFlow, AfterUnloadfrmMainTheFlowFailsAsACallOnAnEmptyReference) {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "support/error_numbers.h"
+#include "mervane/service_errors.h"
 #include "support/frm_error_message.h"
 #include "support/globals.h"
 #include "tests/support/failure_matchers.h"
@@ -532,11 +532,22 @@ TEST_F(ErrorHandler, LoadsAndUnloadsOneDialogForEachShowing) {
 }
 
 TEST_F(ErrorHandler, TwoHandlersOfOneThreadShareTheOneDialogObject) {
-  const frmErrorMessage* const form = &globals::errorMessageForm();
+  // What the thread's one form holds while each of the two shows its report.
+  std::vector<std::string> held;
+  dialog->whileShown = [&](int) {
+    EXPECT_TRUE(globals::errorMessageForm().IsLoaded());
+    held.push_back(globals::errorMessageForm().ErrorMessage());
+  };
   CErrorHandler one;
+  CErrorHandler other;
   one.ErrorHandlerActions(ehaErrorForm);
-  static_cast<void>(one.HandleError("", someFailure));
-  EXPECT_EQ(&globals::errorMessageForm(), form);
+  other.ErrorHandlerActions(ehaErrorForm);
+  static_cast<void>(one.HandleError("first", someFailure));
+  static_cast<void>(other.HandleError("second", someFailure));
+  EXPECT_EQ(held, dialog->reports);
+  ASSERT_THAT(held, SizeIs(2));
+  EXPECT_THAT(held[0], HasSubstr("\tin first at line"));
+  EXPECT_THAT(held[1], HasSubstr("\tin second at line"));
 }
 
 // Deleting logs.
