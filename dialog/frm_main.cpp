@@ -86,6 +86,7 @@ void frmMain::Hide() {
 
 void frmMain::Unload() {
   if (!loaded_) return;
+  const auto owner = classifier_;  // Unloading lets it go, and with it may go this dialog.
   bool cancel = false;
   Form_QueryUnload(cancel, platform::UnloadMode::ownCode);
   if (cancel) return;

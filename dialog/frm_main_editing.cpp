@@ -115,6 +115,7 @@ void frmMain::resized() {
 
 bool frmMain::closeRequested(platform::UnloadMode mode) {
   if (!loaded_) return true;
+  const auto owner = classifier_;  // Unloading lets it go, and with it may go this dialog.
   bool cancel = false;
   // What leaves either procedure is raised by Show; the window closes all the same.
   const auto keepFailure = [&](auto&& part) {

@@ -16,7 +16,7 @@ class ErrorWindowEvents {
   virtual void resized() = 0;
   /// An item of the bar, the spacer included where the window reports clicks on it.
   virtual void clicked(const std::string& key) = 0;
-  /// The close box; `show` ends behind it.
+  /// The close box; `show` ends behind it. A window that is not shown may be destroyed from within this call.
   virtual void closed() = 0;
 
  protected:

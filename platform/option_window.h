@@ -38,7 +38,8 @@ class OptionWindowEvents {
   /// The list has a new width. Comes also once when the window is shown for the first time.
   virtual void resized() = 0;
   /// The window is about to be closed.
-  /// @return true: `show` ends, and the window is destroyed by its owner behind it; false: it stays.
+  /// @return true: `show` ends, and the window is destroyed by its owner behind it; false: it stays. A window that is
+  /// not shown may be destroyed from within this call.
   [[nodiscard]] virtual bool closeRequested(UnloadMode mode) = 0;
 
  protected:

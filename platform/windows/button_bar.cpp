@@ -9,53 +9,40 @@ namespace mervane::windows {
 namespace {
 
 constexpr int pictureSide = 16;
-constexpr int gapBetween = 6;
-
-int textWidth(HWND window, HFONT font, const std::wstring& text) {
-  const HDC device = GetDC(window);
-  const HGDIOBJ before = SelectObject(device, font);
-  SIZE size{};
-  GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &size);
-  SelectObject(device, before);
-  ReleaseDC(window, device);
-  return static_cast<int>(size.cx);
-}
+constexpr int gapBetween = 3;
 
 }  // namespace
 
 void ButtonBar::fill(const platform::OptionItems& items, const std::vector<std::string>& marked, HFONT font) {
   for (const Button& button : buttons_) DestroyWindow(button.control);
   buttons_.clear();
-  int gap = 0;
+  float end = 0.0F;
   auto nextMarked = marked.begin();
   for (const platform::OptionItem& item : items) {
     const std::wstring caption = com::toWide(*nextMarked++);
-    if (item.Caption.empty()) {
-      gap += scale_.fromTwips(item.Width);
-      continue;
-    }
+    const float begin = end;
+    end += item.Width;
+    if (item.Caption.empty()) continue;
     Button button{};
     button.key = item.Key;
     button.picture = item.imageKey;
-    button.gap = gap + (buttons_.empty() ? 0 : scale_.pixels(gapBetween));
-    button.width =
-        std::max(scale_.fromTwips(item.Width), textWidth(parent_, font, caption) + scale_.pixels(pictureSide + 28));
+    button.begin = begin;
+    button.width = item.Width;
     const auto id = static_cast<INT_PTR>(firstId_) + static_cast<INT_PTR>(buttons_.size());
     button.control = CreateWindowExW(0, L"BUTTON", caption.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW,
                                      0, 0, 0, 0, parent_, reinterpret_cast<HMENU>(id), thisModule(), nullptr);
     SendMessageW(button.control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     buttons_.push_back(std::move(button));
-    gap = 0;
   }
 }
 
-void ButtonBar::place(int left, int top, int width, int height) {
-  (void)width;
+void ButtonBar::place(int left, int top, int height) {
   for (const Button& button : buttons_) {
-    left += button.gap;
-    SetWindowPos(button.control, nullptr, left, top, button.width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const int begin = scale_.fromTwips(button.begin);
+    const int end = scale_.fromTwips(button.begin + button.width);
+    SetWindowPos(button.control, nullptr, left + begin, top, std::max(end - begin - scale_.pixels(gapBetween), 0),
+                 height, SWP_NOZORDER | SWP_NOACTIVATE);
     InvalidateRect(button.control, nullptr, TRUE);
-    left += button.width;
   }
 }
 
@@ -72,17 +59,17 @@ void ButtonBar::draw(const DRAWITEMSTRUCT& request) const {
   RECT area = request.rcItem;
   const bool pressed = (request.itemState & ODS_SELECTED) != 0;
   DrawFrameControl(request.hDC, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0U));
-  InflateRect(&area, -scale_.pixels(4), -scale_.pixels(3));
+  InflateRect(&area, -scale_.pixels(2), -scale_.pixels(3));
   if (pressed) OffsetRect(&area, 1, 1);
 
   const int side = scale_.pixels(pictureSide);
-  RECT square{area.left + scale_.pixels(4), area.top + (area.bottom - area.top - side) / 2, 0, 0};
+  RECT square{area.left + scale_.pixels(1), area.top + (area.bottom - area.top - side) / 2, 0, 0};
   square.right = square.left + side;
   square.bottom = square.top + side;
   drawPicture(request.hDC, button.picture, square);
 
   RECT text = area;
-  text.left = square.right + scale_.pixels(5);
+  text.left = square.right + scale_.pixels(3);
   wchar_t caption[128] = {};
   GetWindowTextW(button.control, caption, 128);
   const HGDIOBJ before =

@@ -10,7 +10,8 @@
 
 namespace mervane::windows {
 
-/// Push buttons with pictures, one for each item of a bar but the spacers, in a row.
+/// Push buttons with pictures, one for each item of a bar but the spacers, in a row. Each item has the width that it
+/// says, from which its button leaves a little free.
 class ButtonBar {
  public:
   /// @param firstId control number of the first button; each further one has the next number.
@@ -19,7 +20,7 @@ class ButtonBar {
   /// Makes the controls anew from the items. A spacer moves the next button by its own width.
   /// @param marked one caption for each item, with its mnemonic.
   void fill(const platform::OptionItems& items, const std::vector<std::string>& marked, HFONT font);
-  void place(int left, int top, int width, int height);
+  void place(int left, int top, int height);
   /// The key of a control number of the bar, or null.
   [[nodiscard]] const std::string* keyOf(int id) const;
   [[nodiscard]] HWND control(std::size_t index) const {
@@ -33,8 +34,8 @@ class ButtonBar {
     HWND control;
     std::string key;
     std::string picture;
-    int gap;  ///< pixels before it
-    int width;
+    float begin;  ///< twips from the left end of the bar
+    float width;  ///< twips
   };
 
   HWND parent_;

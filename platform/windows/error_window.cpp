@@ -178,7 +178,7 @@ void ErrorWindow::placeBar() {
   const int margin = scale_.fromTwips(edge);
   const int bar = scale_.fromTwips(barHeight);
   const int height = scale_.pixels(buttonHeight);
-  bar_->place(margin, client.bottom - bar + (bar - height) / 2, client.right - 2 * margin, height);
+  bar_->place(margin, client.bottom - bar + (bar - height) / 2, height);
 }
 
 void ErrorWindow::paint() {
@@ -224,10 +224,12 @@ std::optional<LRESULT> ErrorWindow::on(UINT message, WPARAM word, LPARAM data) {
         if (const std::string* key = bar_->keyOf(number)) press(*key);
       }
       return 0;
-    case WM_CLOSE:
+    case WM_CLOSE: {
+      const bool shown = shown_;  // NB: one that is not may be gone behind the call.
       events_->closed();
-      end();
+      if (shown) end();
       return 0;
+    }
     default:
       return std::nullopt;
   }

@@ -34,6 +34,8 @@ constexpr int firstClientHeight = 420;
 constexpr int barHeight = 36;
 constexpr int buttonHeight = 24;
 constexpr int listMargin = 4;
+/// Posted to itself: the field in the second parameter gets the keyboard back.
+constexpr UINT returnToField = WM_APP;
 
 /// The window and its list are two windows with one object behind them.
 class OptionWindow final : public platform::OptionWindow {
@@ -67,8 +69,11 @@ class OptionWindow final : public platform::OptionWindow {
   void listCommand(int id, int notification);
   void pressButton(const std::string& key);
   void end() { ModalShowing::end(window_, ended_); }
+  void requestClose(UnloadMode mode);
   bool finishEditor();
   bool finishEditor(HWND field, const OptionItem& item);
+  void leaveEditor(HWND field, const OptionItem& item);
+  void returnTo(HWND field);
   void revertOrClose();
   void updateFocusCues() { SendMessageW(window_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0); }
 
@@ -82,8 +87,11 @@ class OptionWindow final : public platform::OptionWindow {
   std::unique_ptr<ButtonBar> bar_;
   int scrolled_ = 0;
   bool ended_ = false;
+  bool showing_ = false;
   bool laidOut_ = false;
   bool finishing_ = false;
+  bool measuring_ = false;  ///< the size comes from `setMeasure`
+  bool returning_ = false;  ///< a field whose entry was refused is about to get the keyboard back
 };
 
 LRESULT CALLBACK OptionWindow::windowProcedure(HWND window, UINT message, WPARAM word, LPARAM data) {
@@ -133,6 +141,8 @@ void OptionWindow::itemsChanged() {
 
 void OptionWindow::show() {
   ended_ = false;
+  returning_ = false;
+  showing_ = true;
   if (!laidOut_) {
     laidOut_ = true;
     events_->resized();
@@ -142,6 +152,7 @@ void OptionWindow::show() {
   const HWND first = list_->firstEditor();
   SetFocus(first != nullptr ? first : GetNextDlgTabItem(window_, nullptr, FALSE));
   showing.run(ended_);
+  showing_ = false;
 }
 
 float OptionWindow::measure(WindowMeasure which) const {
@@ -180,7 +191,9 @@ void OptionWindow::setMeasure(WindowMeasure which, float twips) {
       height = value;
       break;
   }
+  measuring_ = true;
   SetWindowPos(window_, nullptr, place.left, place.top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  measuring_ = false;
 }
 
 float OptionWindow::listWidth() const {
@@ -196,8 +209,7 @@ void OptionWindow::layOut() {
   const int bar = scale_.pixels(barHeight);
   SetWindowPos(listWindow_, nullptr, margin, margin, std::max(client.right - 2L * margin, 0L),
                std::max(client.bottom - bar - margin, 0L), SWP_NOZORDER | SWP_NOACTIVATE);
-  bar_->place(margin, client.bottom - bar + (bar - scale_.pixels(buttonHeight)) / 2, client.right - 2 * margin,
-              scale_.pixels(buttonHeight));
+  bar_->place(margin, client.bottom - bar + (bar - scale_.pixels(buttonHeight)) / 2, scale_.pixels(buttonHeight));
   layOutList();
 }
 
@@ -277,8 +289,10 @@ std::optional<LRESULT> OptionWindow::onWindow(UINT message, WPARAM word, LPARAM 
       if (laidOut_) events_->resized();
       return 0;
     case WM_GETMINMAXINFO:
-      // Both the list and the bar stay in sight.
-      reinterpret_cast<MINMAXINFO*>(data)->ptMinTrackSize = {scale_.pixels(260), scale_.pixels(150)};
+      // Both the list and the bar stay in sight of a user who makes the window smaller. NB: what is set from outside,
+      // such as a stored size, is applied as it stands.
+      reinterpret_cast<MINMAXINFO*>(data)->ptMinTrackSize =
+          measuring_ ? POINT{0, 0} : POINT{scale_.pixels(260), scale_.pixels(150)};
       return 0;
     case WM_COMMAND:
       command(LOWORD(word), HIWORD(word));
@@ -296,12 +310,15 @@ std::optional<LRESULT> OptionWindow::onWindow(UINT message, WPARAM word, LPARAM 
       return MAKELRESULT(IDOK, DC_HASDEFID);
     case WM_CLOSE:
       finishEditor();
-      if (events_->closeRequested(UnloadMode::userRequest)) end();
+      requestClose(UnloadMode::userRequest);
       return 0;
     case WM_QUERYENDSESSION:
       return TRUE;
     case WM_ENDSESSION:
-      if (word != FALSE && events_->closeRequested(UnloadMode::sessionEnd)) end();
+      if (word != FALSE) requestClose(UnloadMode::sessionEnd);
+      return 0;
+    case returnToField:
+      returnTo(reinterpret_cast<HWND>(data));
       return 0;
     default:
       return std::nullopt;
@@ -332,6 +349,12 @@ std::optional<LRESULT> OptionWindow::onList(UINT message, WPARAM word, LPARAM da
     default:
       return std::nullopt;
   }
+}
+
+/// NB: a window that is not shown may be gone behind the request; one that is shown lives until its `show` returns.
+void OptionWindow::requestClose(UnloadMode mode) {
+  const bool shown = showing_;
+  if (events_->closeRequested(mode) && shown) end();
 }
 
 void OptionWindow::command(int id, int notification) {
@@ -385,7 +408,7 @@ void OptionWindow::listCommand(int id, int notification) {
       if (control.part == OptionList::Part::browse) {
         if (notification == BN_CLICKED && finishEditor()) events_->browsed(item.Key);
       } else if (notification == EN_KILLFOCUS && control.window == list_->fieldOf(item.Key)) {
-        finishEditor(control.window, item);
+        leaveEditor(control.window, item);
       } else if (notification == STN_CLICKED && control.window != list_->fieldOf(item.Key)) {
         SetFocus(list_->fieldOf(item.Key));
         events_->clicked(item.Key);
@@ -405,7 +428,9 @@ void OptionWindow::listCommand(int id, int notification) {
   }
 }
 
+/// False where an entry is refused; what the user wanted to do besides is then not done.
 bool OptionWindow::finishEditor() {
+  if (returning_) return false;
   const HWND focus = GetFocus();
   const OptionList::Control control = list_->controlOf(GetDlgCtrlID(focus));
   if (control.item == nullptr || control.window != focus) return true;
@@ -420,8 +445,27 @@ bool OptionWindow::finishEditor(HWND field, const OptionItem& item) {
   const bool accepted = events_->edited(key, textOf(field));
   SendMessageW(field, EM_SETMODIFY, FALSE, 0);
   setText(field, OptionList::shownText(item));
+  if (!accepted) SendMessageW(field, EM_SETSEL, 0, -1);
   finishing_ = false;
   return accepted;
+}
+
+/// The keyboard leaves a field, for a click on something else or the next tab stop. A refused entry ends as with Enter:
+/// what was clicked does nothing, and the field has the keyboard again.
+void OptionWindow::leaveEditor(HWND field, const OptionItem& item) {
+  if (finishEditor(field, item)) return;
+  returning_ = true;
+  // The platform forbids to move the keyboard while it is being moved.
+  PostMessageW(window_, returnToField, 0, reinterpret_cast<LPARAM>(field));
+}
+
+void OptionWindow::returnTo(HWND field) {
+  returning_ = false;
+  // Not from another window, which the user may have gone to.
+  if (IsChild(window_, GetFocus()) == FALSE) return;
+  // A button that is held down would be pressed when it is let go.
+  if (IsChild(window_, GetCapture()) != FALSE) ReleaseCapture();
+  SetFocus(field);
 }
 
 }  // namespace

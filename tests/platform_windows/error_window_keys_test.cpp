@@ -14,6 +14,7 @@ platform::OptionItem button(const char* key, const char* caption) {
   platform::OptionItem item;
   item.Key = key;
   item.Caption = caption;
+  item.Width = 60 * platform::twipsPerPixel;
   return item;
 }
 

@@ -65,6 +65,25 @@ void KeyboardUser::type(const std::wstring& text) {
   settle();
 }
 
+void KeyboardUser::click(HWND control) {
+  RECT area{};
+  GetClientRect(control, &area);
+  const LPARAM middle = MAKELPARAM(area.right / 2, area.bottom / 2);
+  PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, middle);
+  settle();
+  PostMessageW(control, WM_LBUTTONUP, 0, middle);
+  settle();
+}
+
+void KeyboardUser::clickFast(HWND control) {
+  RECT area{};
+  GetClientRect(control, &area);
+  const LPARAM middle = MAKELPARAM(area.right / 2, area.bottom / 2);
+  PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, middle);
+  PostMessageW(control, WM_LBUTTONUP, 0, middle);
+  settle();
+}
+
 void KeyboardUser::alt(HWND control) {
   const wchar_t letter = markedLetter(control);
   ASSERT_NE(letter, 0) << "no letter leads to " << testing::PrintToString(textOfControl(control));

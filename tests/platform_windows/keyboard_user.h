@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-/// Plays somebody who uses a window by the keyboard alone, from a thread of his own, so that every key goes through the
-/// window's own message loop.
+/// Plays somebody who uses a window by the keyboard, and by the mouse where that is another thing, from a thread of his
+/// own, so that every key goes through the window's own message loop.
 namespace mervane::tests {
 
 /// Does something with the next window of a class that comes up, and closes the window where that leaves it open.
@@ -25,6 +25,10 @@ class KeyboardUser {
   /// Presses a key and waits until the window has taken it in.
   void press(WORD key);
   void type(const std::wstring& text);
+  /// Presses and lets go the left mouse button in the middle of a control, and waits before and behind the letting go.
+  void click(HWND control);
+  /// The same without waiting in between.
+  void clickFast(HWND control);
   /// Presses Alt with the letter that is marked in a control's text, as the control's own message would come.
   void alt(HWND control);
   /// What a screen reader is to call a control: the text of a button, else that of the caption before it.

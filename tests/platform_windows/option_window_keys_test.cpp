@@ -81,6 +81,46 @@ TEST_F(OptionKeys, EnterOnARefusedEntryLeavesTheWindowUpWithTheEarlierValue) {
   EXPECT_EQ(events, (Events{"edited CLUSTERS bad", "close box"}));
 }
 
+TEST_F(OptionKeys, AClickOnARefusedEntryDoesNothingAndTheFieldHasTheKeyboardAgainWithTheEarlierValue) {
+  options.Item("OUTPUTGROUP").Expanded = true;
+  for (const wchar_t* clicked : {L"Clusterize", L"Close", L"Browse for Outputs", L"Use convex combination", L"Data"}) {
+    for (void (KeyboardUser::*const click)(HWND) : {&KeyboardUser::click, &KeyboardUser::clickFast}) {
+      events.clear();
+      show([&](KeyboardUser& user) {
+        user.alt(controlNamed(user.window(), L"Clusters:"));
+        user.type(L"bad");
+        (user.*click)(controlNamed(user.window(), clicked));
+        EXPECT_TRUE(user.isOpen());
+        EXPECT_EQ(textOfControl(field(user, L"Clusters:")), L"3");
+        EXPECT_EQ(user.focus(), field(user, L"Clusters:"));
+      });
+      EXPECT_EQ(events, (Events{"edited CLUSTERS bad", "close box"})) << testing::PrintToString(clicked);
+    }
+  }
+}
+
+TEST_F(OptionKeys, TheLetterOfAButtonOnARefusedEntryDoesNothingEither) {
+  show([&](KeyboardUser& user) {
+    user.alt(controlNamed(user.window(), L"Clusters:"));
+    user.type(L"bad");
+    user.alt(controlNamed(user.window(), L"Clusterize"));
+    EXPECT_TRUE(user.isOpen());
+    EXPECT_EQ(user.focus(), field(user, L"Clusters:"));
+  });
+  EXPECT_EQ(events, (Events{"edited CLUSTERS bad", "close box"}));
+}
+
+TEST_F(OptionKeys, AClickAfterARefusedEntryWasMendedCounts) {
+  show([&](KeyboardUser& user) {
+    user.alt(controlNamed(user.window(), L"Clusters:"));
+    user.type(L"bad");
+    user.click(controlNamed(user.window(), L"Clusterize"));
+    user.type(L"7");
+    user.click(controlNamed(user.window(), L"Clusterize"));
+  });
+  EXPECT_EQ(events, (Events{"edited CLUSTERS bad", "edited CLUSTERS 7", "button CLASSIFY"}));
+}
+
 TEST_F(OptionKeys, EnterOnAButtonOrACheckBoxPressesThatOne) {
   show([](KeyboardUser& user) {
     user.press(VK_TAB);

@@ -104,5 +104,23 @@ TEST(WindowScale, AtHalfAsManyPixelsAgainTheWholeLayoutIsOneAndAHalfTimesAsLarge
   }
 }
 
+TEST(WindowScale, ASizeThatIsSetFromOutsideIsAppliedAsItStandsAndOnlyAUserIsKeptFromASmallerOne) {
+  const platform::OptionItems options = dialog::designedOptions();
+  const platform::OptionItems buttons = dialog::designedButtons();
+  Silent silent;
+  const auto window = windows::createOptionWindowFor(96);
+  window->load("Mervane Kelvash", options, buttons, silent);
+  window->setMeasure(platform::WindowMeasure::width, 1500.0F);
+  window->setMeasure(platform::WindowMeasure::height, 600.0F);
+  EXPECT_EQ(window->measure(platform::WindowMeasure::width), 1500.0F);
+  EXPECT_EQ(window->measure(platform::WindowMeasure::height), 600.0F);
+
+  const HWND handle = FindWindowW(L"MervaneOptionWindow", nullptr);
+  MINMAXINFO limits{};
+  SendMessageW(handle, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+  EXPECT_EQ(limits.ptMinTrackSize.x, 260);
+  EXPECT_EQ(limits.ptMinTrackSize.y, 150);
+}
+
 }  // namespace
 }  // namespace mervane::tests
