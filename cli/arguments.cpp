@@ -160,6 +160,8 @@ void addWorkbookOptions(CLI::App& app, ClusterOptions& options, std::string& inP
         ->group(group);
   };
   addPlainFlag("--yes", book.yes, "Take what is proposed.");
+  addPlainFlag("--overwrite", book.overwrite,
+               "Let go what the run would remove or overwrite: cells with contents, charts without a title, filters.");
   app.add_flag("--in-place{*}", inPlace,
                "Write the results into the workbook itself; --in-place=.bak keeps the old file under that ending, "
                "and never writes over an earlier copy.")

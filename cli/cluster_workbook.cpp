@@ -7,16 +7,13 @@
 #include "cli/outcome.h"
 #include "cli/output_file.h"
 #include "cli/problem.h"
+#include "cli/run_guard.h"
 #include "cli/target_file.h"
-#include "cli/terminal.h"
 #include "cli/text_display.h"
 #include "cli/workbook_file.h"
 #include "cli/workbook_ranges.h"
 #include "cli/workbook_rows.h"
 #include "cli/workbook_session.h"
-#include "dialog/remembered_options.h"
-#include "mervane/convert.h"
-#include "support/globals.h"
 
 namespace mervane::cli {
 namespace {
@@ -83,100 +80,25 @@ void checkPaths(const ClusterOptions& options) {
   if (!options.book.backupSuffix.empty()) checkOutput(SafetyCopy::freeName(target, options.book.backupSuffix));
 }
 
-std::string rememberedText(const char* key) {
-  for (const dialog::RememberedOption& option : dialog::rememberedOptions()) {
-    if (option.key == key && option.value) return toText(*option.value, globals::locale());
-  }
-  return {};
-}
-
-/// The references that the user left out, proposed from what stands on the sheet.
-class Proposal {
- public:
-  Proposal(const ClusterOptions& options, OpenBook& book) : options_(options), book_(book) {}
-
-  void complete(DialogEntries& entries, Talk& talk) {
-    const bool remembered = options_.book.remembered;
-    needsInputs_ = entries.inputs.empty() && (!remembered || rememberedText("INPUTS").empty());
-    needsOutputs_ = entries.outputs.empty() && (!remembered || rememberedText("OUTPUTS").empty());
-    if (!needsInputs_ && !needsOutputs_) return;
-    if (needsInputs_) entries.inputs = inputs();
-    if (needsOutputs_) {
-      const std::string known = entries.inputs.empty() ? rememberedText("INPUTS") : entries.inputs;
-      const auto place = book_.find(known);
-      if (!place) return;  // The component's own check tells what is wrong with the inputs.
-      entries.outputs = outputs(*place);
-    }
-    agree(entries, talk);
-  }
-
- private:
-  std::string inputs() {
-    const auto place = proposedInputs(book_);
-    if (place) return referenceOf(*place);
-    throw Problem(ExitStatus::usage,
-                  "--inputs is missing, and the sheet " + cli::quoted(book_.activeSheetName()) +
-                      " has no one block of numbers to propose",
-                  "Give --inputs with a reference such as Sheet1!A2:D151; mervane sheets lists what there is.");
-  }
-  std::string outputs(const OpenBook::Place& place) {
-    const auto free = proposedOutputs(book_, place);
-    if (free) return referenceOf(*free);
-    throw Problem(ExitStatus::usage, "--outputs is missing, and there is no free column to propose",
-                  "Give --outputs with the first cell of the listing, such as Sheet1!F2.");
-  }
-  void agree(const DialogEntries& entries, Talk& talk) const {
-    std::string proposal = needsInputs_ ? "--inputs " + cli::quoted(entries.inputs) : std::string();
-    if (needsOutputs_) proposal += (proposal.empty() ? "--outputs " : " --outputs ") + cli::quoted(entries.outputs);
-    // A dry run does no harm.
-    if (options_.book.yes || options_.book.dryRun) return talk.note("taking " + proposal);
-    talk.note("proposed: " + proposal);
-    const auto answer = terminal::askLine("Go on with that? [y/N] ");
-    if (answer && (answer->starts_with('y') || answer->starts_with('Y'))) return;
-    const bool both = needsInputs_ && needsOutputs_;
-    throw Problem(ExitStatus::usage,
-                  both ? "--inputs and --outputs are missing"
-                       : std::string(needsInputs_ ? "--inputs" : "--outputs") + " is missing",
-                  std::string("Give ") + (both ? "them" : "it") + ", or --yes to take " + proposal + ".");
-  }
-
-  const ClusterOptions& options_;
-  OpenBook& book_;
-  bool needsInputs_ = false;
-  bool needsOutputs_ = false;
-};
-
-/// The columns of the listing; an area of no sheet where the reference is none.
-std::optional<sheet::CellArea> listingArea(OpenBook& book, const OpenBook::Place& inputs, const std::string& outputs,
-                                           const WorkbookOptions& options, std::int32_t clusters) {
-  const auto place = book.find(outputs);
-  if (!place || place->sheet != inputs.sheet) return std::nullopt;
-  sheet::CellArea area = place->area;
-  area.lastColumn = area.firstColumn + (options.output.oneColumn.value_or(true) ? 0 : clusters - 1);
-  return area;
-}
-
 /// The work before and behind the run itself.
 class WorkbookCommand {
  public:
   WorkbookCommand(const ClusterOptions& options, Talk& talk)
-
       : options_(options),
         talk_(talk),
         target_(options.book.dryRun ? std::string() : targetOf(options), options.force),
-        book_(openWorkbook(options.input, options.book.host)) {}
+        book_(openWorkbook(options.input, options.book.host)),
+        guard_(options, *book_, talk) {}
 
   ExitStatus execute() {
     WorkbookServices services(talk_, options_.run.onError, options_.book.remembered);
-    DialogEntries entries{options_.book.inputs, options_.book.outputs, options_.run.network, options_.book.output};
-    readingWorkbook(options_.input, [&] { Proposal(options_, *book_).complete(entries, talk_); });
+    const DialogEntries entries{options_.book.inputs, options_.book.outputs, options_.run.network,
+                                options_.book.output};
     const auto trace = options_.trace.empty() ? nullptr : openOutput(options_.trace);
     WorkbookSession session(*book_, services, talk_);
     const ClusterRun run = session.run(
         entries, options_.run,
-        [&](const std::string& inputs, const std::string& outputs, bool sorts) {
-          readingWorkbook(options_.input, [&] { prepare(inputs, outputs, sorts); });
-        },
+        [&](const HeldEntries& held) { return readingWorkbook(options_.input, [&] { return prepare(held); }); },
         trace.get());
     talk_.detail("clustered and laid out in " + decimal(static_cast<long long>(run.seconds * 1000.0)) + " ms");
     if (trace) trace->commit();
@@ -189,29 +111,36 @@ class WorkbookCommand {
   }
 
  private:
-  void prepare(const std::string& inputs, const std::string& outputs, bool sorts) {
+  DialogEntries prepare(const HeldEntries& held) {
+    DialogEntries changes = guard_.look(held);
+    const std::string& inputs = changes.inputs.empty() ? held.inputs : changes.inputs;
+    const std::string& outputs = changes.outputs.empty() ? held.outputs : changes.outputs;
     const auto place = book_->find(inputs);
     // What the component's own check is about to refuse needs no words here.
-    if (!place || !checks::referenceTrouble(*book_, "--inputs", inputs).empty()) return;
-    // A damaged sheet is trouble with the file and no failure of the run.
-    static_cast<void>(book_->usedArea(place->sheet));
-    if (const auto listing = book_->find(outputs)) static_cast<void>(book_->usedArea(listing->sheet));
+    if (!place || !checks::referenceTrouble(*book_, "--inputs", inputs).empty()) return changes;
     talk_.detail("clustering " + printable(inputs) + ", writing to " + printable(outputs));
     inputNames_ = columnNames(*book_, *place);
     for (std::string& name : inputNames_) name = printable(name);
     for (const std::string& loss : book_->cannotBeKept()) talk_.warning(loss);
-    if (sorts) {
-      const std::int32_t clusters = options_.run.network.clusters.value_or(1);
-      const auto listing = listingArea(*book_, *place, outputs, options_.book, clusters);
-      for (const std::string& warning : sortingWarnings(neighboursOf(*book_, *place, listing))) talk_.warning(warning);
-    }
+    if (changes.output.sort.value_or(held.plan.sort)) warnOfSorting(*place, outputs, held.plan);
     if (wantsRows(options_)) rows_ = std::make_unique<WorkbookRows>(*book_, *place);
+    return changes;
+  }
+
+  void warnOfSorting(const OpenBook::Place& inputs, const std::string& outputs, const guard::Plan& plan) {
+    std::optional<sheet::CellArea> listing;
+    const auto place = book_->find(outputs);
+    if (place && place->sheet == inputs.sheet) {
+      listing = place->area;
+      listing->lastColumn = listing->firstColumn + guard::listingColumns(plan) - 1;
+    }
+    for (const std::string& warning : sortingWarnings(neighboursOf(*book_, inputs, listing))) talk_.warning(warning);
   }
 
   void write(const ClusterRun& run) {
     if (options_.book.dryRun) {
       const auto out = openOutput("-");
-      writeDryRun(*book_, options_.format == Format::json, *out);
+      writeDryRun(*book_, guard_.harms(), options_.format == Format::json, *out);
       out->commit();
       return;
     }
@@ -237,6 +166,7 @@ class WorkbookCommand {
   Talk& talk_;
   TargetFile target_;  // NB: before the book, which is read once the file is watched.
   std::unique_ptr<OpenBook> book_;
+  RunGuard guard_;
   std::string copy_;
   std::vector<std::string> inputNames_;
   std::unique_ptr<WorkbookRows> rows_;

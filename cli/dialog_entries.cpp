@@ -5,6 +5,7 @@
 
 #include "cli/talk.h"
 #include "mervane/convert.h"
+#include "mervane/failure.h"
 #include "platform/headless/headless_option_window.h"
 
 namespace mervane::cli {
@@ -73,7 +74,34 @@ void enterOutput(const OutputSwitches& output, HeadlessOptionWindow& window, Per
   for (const auto& [key, on] : boxes) person.set(key, on);
 }
 
+/// As the dialog itself reads a number of its own.
+std::int32_t clustersOf(const HeadlessOptionWindow& window, const Locale& locale) {
+  try {
+    return toInt32(window.options().Item("CLUSTERS").Value, locale);
+  } catch (const Failure&) {
+    return guard::Plan{}.clusters;  // NB: the component refuses such a text.
+  }
+}
+
 }  // namespace
+
+HeldEntries heldBy(const HeadlessOptionWindow& window, const Locale& locale) {
+  const auto text = [&](const char* key) { return toText(window.options().Item(key).Value, locale); };
+  const auto isOn = [&](const char* key) { return window.options().Item(key).Checked; };
+  HeldEntries held{text("INPUTS"), text("OUTPUTS"), {}};
+  guard::Plan& plan = held.plan;
+  plan.clusters = clustersOf(window, locale);
+  plan.oneColumn = isOn("SPLITONE");
+  plan.sort = isOn("SORTCLUSTERS");
+  plan.autofilter = isOn("AUTOFILTER");
+  plan.charts = isOn("DRAWCHARTS");
+  plan.averages = isOn("AVERAGES");
+  plan.weightedAverages = isOn("WEIGHTEDAVERAGES");
+  plan.minimums = isOn("MINIMUMS");
+  plan.maximums = isOn("MAXIMUMS");
+  plan.weights = isOn("CLUSTERWEIGHTS");
+  return held;
+}
 
 std::optional<Problem> enter(const DialogEntries& entries, HeadlessOptionWindow& window, const Locale& locale,
                              Talk& talk) {

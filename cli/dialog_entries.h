@@ -6,6 +6,7 @@
 #include "cli/cluster_run.h"
 #include "cli/problem.h"
 #include "cli/workbook_options.h"
+#include "guard/plan.h"
 #include "mervane/locale.h"
 
 namespace mervane::platform {
@@ -23,6 +24,14 @@ struct DialogEntries {
   NetworkOptions network;
   OutputSwitches output;
 };
+
+/// What the dialog holds.
+struct HeldEntries {
+  std::string inputs;
+  std::string outputs;
+  guard::Plan plan;  ///< without its places
+};
+[[nodiscard]] HeldEntries heldBy(const platform::HeadlessOptionWindow& window, const Locale& locale);
 
 /// Does with the shown window what a person would: types, chooses and clicks. The start weights are left out, because
 /// the dialog's item for them has no effect on a run.

@@ -29,7 +29,7 @@ std::string overwrittenText(const OpenBook::WrittenBlock& block) {
 }
 
 void writeText(const std::vector<OpenBook::WrittenBlock>& blocks, const std::vector<std::string>& notes,
-               OutputFile& out) {
+               const std::vector<guard::Harm>& harms, OutputFile& out) {
   out.write("Nothing is saved. A run would write to these cells:\n");
   std::size_t width = 0;
   for (const auto& block : blocks) width = std::max(width, displayWidth(printable(placeOf(block))));
@@ -39,9 +39,10 @@ void writeText(const std::vector<OpenBook::WrittenBlock>& blocks, const std::vec
               counted(block.area.cells(), "cell", "cells") + ", " + overwrittenText(block) + "\n");
   }
   if (blocks.empty()) out.write("  none\n");
-  if (notes.empty()) return;
-  out.write("It would also do this:\n");
+  if (!notes.empty()) out.write("It would also do this:\n");
   for (const std::string& note : notes) out.write("  " + printable(note) + "\n");
+  if (!harms.empty()) out.write("It would remove or overwrite what is there, which takes --overwrite:\n");
+  for (const guard::Harm& harm : harms) out.write("  " + printable(harm.text) + "\n");
 }
 
 std::string listed(const std::vector<std::string>& items) {
@@ -60,16 +61,23 @@ std::string jsonOf(const OpenBook::WrittenBlock& block) {
          ",\"before\":" + listed(before) + "}";
 }
 
+std::string jsonOf(const guard::Harm& harm) {
+  return "{\"sheet\":" + jsonString(harm.sheet) + ",\"range\":" + jsonString(sheet::a1(harm.area)) +
+         ",\"cells\":" + decimal(harm.count) + ",\"text\":" + jsonString(harm.text) + "}";
+}
+
 }  // namespace
 
-void writeDryRun(OpenBook& book, bool json, OutputFile& out) {
+void writeDryRun(OpenBook& book, const std::vector<guard::Harm>& harms, bool json, OutputFile& out) {
   const std::vector<OpenBook::WrittenBlock> blocks = book.written();
-  if (!json) return writeText(blocks, book.notes(), out);
+  if (!json) return writeText(blocks, book.notes(), harms, out);
   std::vector<std::string> written;
   for (const auto& block : blocks) written.push_back(jsonOf(block));
   std::vector<std::string> notes;
   for (const std::string& note : book.notes()) notes.push_back(jsonString(note));
-  out.write("{\"blocks\":" + listed(written) + ",\"notes\":" + listed(notes) + "}\n");
+  std::vector<std::string> lost;
+  for (const guard::Harm& harm : harms) lost.push_back(jsonOf(harm));
+  out.write("{\"blocks\":" + listed(written) + ",\"notes\":" + listed(notes) + ",\"harms\":" + listed(lost) + "}\n");
 }
 
 }  // namespace mervane::cli

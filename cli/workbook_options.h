@@ -36,7 +36,8 @@ struct WorkbookOptions {
   bool inPlace = false;
   std::string backupSuffix;  ///< of the copy that --in-place leaves; empty for none
   bool dryRun = false;
-  bool yes = false;  ///< takes what is proposed
+  bool yes = false;        ///< takes what is proposed
+  bool overwrite = false;  ///< consents to the loss of what the run would remove or overwrite
   bool remembered = false;
 };
 

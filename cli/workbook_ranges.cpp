@@ -19,18 +19,6 @@ bool holdsSomething(OpenBook& book, const OpenBook::Place& place, std::int32_t c
   return false;
 }
 
-/// Looks at the contents of the column that sorting puts back as values.
-void lookAtScratchColumn(OpenBook& book, const OpenBook::Place& place, std::int32_t column, Neighbours& neighbours) {
-  for (std::int32_t row = place.area.firstRow; row <= place.area.lastRow; ++row) {
-    const sheet::CellAddress at{row, column};
-    if (book.cellFormula(place.sheet, at)) {
-      neighbours.formulas = sheet::columnLetters(column);
-    } else if (book.cellText(place.sheet, at).starts_with('=') && book.cellText(place.sheet, at).size() > 1) {
-      neighbours.equalsSigns = sheet::columnLetters(column);
-    }
-  }
-}
-
 /// "B5", "B5 and C7", "B5, C7 and 3 other cells".
 std::string cellsText(const std::vector<std::string>& cells) {
   constexpr std::size_t most = 5;
@@ -66,15 +54,6 @@ std::optional<OpenBook::Place> proposedInputs(OpenBook& book) {
   return OpenBook::Place{sheet, *block};
 }
 
-std::optional<OpenBook::Place> proposedOutputs(OpenBook& book, const OpenBook::Place& inputs) {
-  const auto used = book.usedArea(inputs.sheet);
-  // The column right of the inputs takes the labels of the statistics.
-  const std::int32_t taken = std::max(inputs.area.lastColumn + 1, used ? used->lastColumn : 0);
-  const std::int32_t column = taken + 1;
-  if (column > lastReferenceColumn) return std::nullopt;
-  return OpenBook::Place{inputs.sheet, {inputs.area.firstRow, column, inputs.area.firstRow, column}};
-}
-
 Neighbours neighboursOf(OpenBook& book, const OpenBook::Place& inputs, const std::optional<CellArea>& listing) {
   Neighbours neighbours;
   const auto used = book.usedArea(inputs.sheet);
@@ -89,7 +68,6 @@ Neighbours neighboursOf(OpenBook& book, const OpenBook::Place& inputs, const std
     if (isInput || isListing || !holdsSomething(book, inputs, column)) continue;
     auto& side = column < inputs.area.firstColumn ? neighbours.left : neighbours.right;
     side.push_back(sheet::columnLetters(column));
-    if (column == inputs.area.lastColumn + 1) lookAtScratchColumn(book, inputs, column, neighbours);
   }
   return neighbours;
 }
@@ -109,15 +87,6 @@ std::vector<std::string> sortingWarnings(const Neighbours& neighbours) {
     warnings.push_back("sorting by cluster leaves the comments of " + cellsText(neighbours.comments) +
                        " where they are, so that they no longer belong to their rows; --no-sort leaves every row "
                        "where it is");
-  }
-  if (!neighbours.formulas.empty()) {
-    warnings.push_back("sorting by cluster turns the formulas of column " + neighbours.formulas +
-                       ", right of the inputs, into their values; --no-sort leaves them as they are");
-  }
-  if (!neighbours.equalsSigns.empty()) {
-    warnings.push_back("sorting by cluster writes the texts of column " + neighbours.equalsSigns +
-                       ", right of the inputs, anew, and those that begin with an equals sign may become formulas; "
-                       "--no-sort leaves them as they are");
   }
   return warnings;
 }

@@ -87,8 +87,9 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
   services_.user_->atNextShowing([&](platform::HeadlessOptionWindow& window) {
     try {
       if (const auto refusal = enter(entries, window, globals::locale(), talk_)) throw *refusal;
+      const DialogEntries changes = beforeRun(heldBy(window, globals::locale()));
+      if (const auto refusal = enter(changes, window, globals::locale(), talk_)) throw *refusal;
       requireFittingClusterCount(window);
-      beforeRun(textOf(window, "INPUTS"), textOf(window, "OUTPUTS"), window.options().Item("SORTCLUSTERS").Checked);
       window.press("CLASSIFY");
     } catch (...) {
       trouble = std::current_exception();

@@ -42,9 +42,9 @@ class WorkbookServices {
 /// window, which nobody sees, presses "Clusterize", and ShowMainForm does the rest. The workbook is changed in memory.
 class WorkbookSession {
  public:
-  /// Called when all entries are made, before anything is clustered: with the references that the dialog holds then,
-  /// and whether it will sort.
-  using BeforeRun = std::function<void(const std::string& inputs, const std::string& outputs, bool sorts)>;
+  /// Called when all entries are made, before anything is clustered, with what the dialog holds then. Gives what is to
+  /// be entered beyond that.
+  using BeforeRun = std::function<DialogEntries(const HeldEntries& held)>;
 
   WorkbookSession(hosts::OpenBook& book, WorkbookServices& services, Talk& talk)
       : book_(book), services_(services), talk_(talk) {}

@@ -75,16 +75,22 @@ std::optional<CellAddress> proposedOutputs(const Plan& plan, BookFacts& book) {
   return CellAddress{plan.inputs.firstRow, column};
 }
 
-std::optional<Plan> harmlessPlan(Plan plan, BookFacts& book, bool withConsent) {
+Plan sparingPlan(Plan plan, BookFacts& book, bool withConsent) {
   // Each piece of a plan can be left out once, and there are five blocks.
   constexpr int mostSteps = 12;
   for (int step = 0; step < mostSteps; ++step) {
     const std::vector<Harm> harms = harmsOf(plan, book);
-    const auto harm = std::ranges::find_if(harms, [&](const Harm& one) { return one.isForbidden || !withConsent; });
-    if (harm == harms.end()) return plan;
-    if (!avoid(*harm, plan, book)) return std::nullopt;
+    const bool isBetter = std::ranges::any_of(
+        harms, [&](const Harm& harm) { return (harm.isForbidden || !withConsent) && avoid(harm, plan, book); });
+    if (!isBetter) break;
   }
-  return std::nullopt;
+  return plan;
+}
+
+std::optional<Plan> harmlessPlan(const Plan& plan, BookFacts& book) {
+  const Plan sparing = sparingPlan(plan, book);
+  if (!harmsOf(sparing, book).empty()) return std::nullopt;
+  return sparing;
 }
 
 }  // namespace mervane::guard

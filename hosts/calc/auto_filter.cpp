@@ -9,7 +9,9 @@
 #include <com/sun/star/sheet/XSheetFilterable.hpp>
 #include <com/sun/star/sheet/XUnnamedDatabaseRanges.hpp>
 
+#include "hosts/calc/book_facts.h"
 #include "hosts/calc/sheet_facts.h"
+#include "hosts/objects/current_region.h"
 
 namespace mervane::calc {
 
@@ -63,44 +65,24 @@ Properties tableAround(const Session& session, const SheetArea& area) {
   return {};
 }
 
-/// The filled cells around the area, as far as they touch one another, corners included.
-CellArea currentRegion(SheetFacts& facts, std::int32_t sheet, CellArea area) {
-  for (bool grew = true; grew;) {
-    grew = false;
-    const auto reach = [&](std::int32_t CellArea::*edge, std::int32_t by, std::int32_t limit) {
-      if (area.*edge == limit) return false;
-      // The strip beside the area, one cell longer at both ends.
-      CellArea strip{std::max(area.firstRow - 1, 1), std::max(area.firstColumn - 1, 1),
-                     std::min(area.lastRow + 1, sheet::lastSheetRow),
-                     std::min(area.lastColumn + 1, sheet::lastSheetColumn)};
-      const bool isRow = edge == &CellArea::firstRow || edge == &CellArea::lastRow;
-      if (isRow) {
-        strip.firstRow = strip.lastRow = area.*edge + by;
-      } else {
-        strip.firstColumn = strip.lastColumn = area.*edge + by;
-      }
-      if (!facts.isFilled(sheet, strip)) return false;
-      area.*edge += by;
-      grew = true;
-      return true;
-    };
-    while (reach(&CellArea::firstRow, -1, 1)) {
-    }
-    while (reach(&CellArea::lastRow, 1, sheet::lastSheetRow)) {
-    }
-    while (reach(&CellArea::firstColumn, -1, 1)) {
-    }
-    while (reach(&CellArea::lastColumn, 1, sheet::lastSheetColumn)) {
-    }
+/// What a filter of the sheet must not overlap.
+std::vector<CellArea> barriers(Session& session, std::int32_t sheet) {
+  std::vector<CellArea> areas;
+  for (const guard::Table& table : tablesOf(session, sheet)) areas.push_back(table.area);
+  for (const guard::PivotTable& table : pivotTablesOf(session, sheet)) areas.push_back(table.area);
+  if (const auto used = session.facts().used(sheet)) {
+    const std::vector<CellArea> merged = session.facts().mergedIn({sheet, *used});
+    areas.insert(areas.end(), merged.begin(), merged.end());
   }
-  return area;
+  return areas;
 }
 
 void switchOn(Session& session, const SheetArea& area) {
   SheetFacts& facts = session.facts();
   CellArea whole = area.area;
   if (whole.cells() == 1) {
-    whole = currentRegion(facts, area.sheet, whole);
+    whole = hosts::currentRegion(
+        whole, [&](const CellArea& cells) { return facts.isFilled(area.sheet, cells); }, barriers(session, area.sheet));
     // Rows that only a corner brought in and that hold nothing are left out again.
     while (whole.rows() > 1 &&
            !facts.isFilled(area.sheet, {whole.firstRow, whole.firstColumn, whole.firstRow, whole.lastColumn})) {

@@ -21,7 +21,8 @@ namespace mervane::calc {
 [[nodiscard]] std::vector<guard::Table> tablesOf(const Session& session, std::int32_t sheet);
 
 /// Switches the arrows on if they are off and off if they are on. An area in a table, a named database range, switches
-/// that one's. Otherwise one cell stands for the table around it; raises where there is none.
+/// that one's. Otherwise one cell stands for the block of filled cells around it, as far as that leaves tables, pivot
+/// tables and merged cells alone; raises where there is none.
 void toggleAutoFilter(Session& session, const SheetArea& area);
 
 }  // namespace mervane::calc

@@ -117,6 +117,8 @@ std::optional<CellAddress> equalsTextIn(Session& session, const SheetArea& area)
   return std::nullopt;
 }
 
+}  // namespace
+
 std::vector<guard::PivotTable> pivotTablesOf(const Session& session, std::int32_t sheet) {
   const uno::Reference<css::sheet::XDataPilotTablesSupplier> supplier(session.sheetAt(sheet), uno::UNO_QUERY_THROW);
   const auto all = supplier->getDataPilotTables();
@@ -127,8 +129,6 @@ std::vector<guard::PivotTable> pivotTablesOf(const Session& session, std::int32_
   }
   return tables;
 }
-
-}  // namespace
 
 std::int32_t CalcFacts::position(std::string_view sheet) const {
   const std::optional<std::int32_t> found = session_->sheetNamed(sheet);

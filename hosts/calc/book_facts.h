@@ -7,6 +7,8 @@
 
 namespace mervane::calc {
 
+[[nodiscard]] std::vector<guard::PivotTable> pivotTablesOf(const Session& session, std::int32_t sheet);
+
 /// What stands in the sheets of a document, asked of the office.
 class CalcFacts final : public guard::BookFacts {
  public:

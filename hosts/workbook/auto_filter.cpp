@@ -4,7 +4,9 @@
 #include <string_view>
 #include <utility>
 
+#include "hosts/objects/current_region.h"
 #include "hosts/workbook/book.h"
+#include "hosts/workbook/book_facts.h"
 #include "hosts/workbook/package.h"
 #include "hosts/workbook/refuse.h"
 #include "hosts/workbook/sheet.h"
@@ -79,42 +81,15 @@ void toggleTable(Sheet& sheet, const TableArea& table) {
   package.put(table.part, printXml(document));
 }
 
-}  // namespace
-
-CellArea currentRegion(Sheet& sheet, CellArea area) {
-  for (bool grew = true; grew;) {
-    grew = false;
-    const auto reach = [&](std::int32_t CellArea::*edge, std::int32_t by, std::int32_t limit) {
-      if (area.*edge == limit) return false;
-      CellArea strip = area;
-      // The strip beside the area, one cell longer at both ends.
-      strip.firstRow = std::max(area.firstRow - 1, 1);
-      strip.lastRow = std::min(area.lastRow + 1, lastSheetRow);
-      strip.firstColumn = std::max(area.firstColumn - 1, 1);
-      strip.lastColumn = std::min(area.lastColumn + 1, lastSheetColumn);
-      const bool isRow = edge == &CellArea::firstRow || edge == &CellArea::lastRow;
-      if (isRow) {
-        strip.firstRow = strip.lastRow = area.*edge + by;
-      } else {
-        strip.firstColumn = strip.lastColumn = area.*edge + by;
-      }
-      if (!isFilled(sheet, strip)) return false;
-      area.*edge += by;
-      grew = true;
-      return true;
-    };
-    // OPTIMIZATION: a side is pushed as far as it goes before the next one, since looking along a long side takes long.
-    while (reach(&CellArea::firstRow, -1, 1)) {
-    }
-    while (reach(&CellArea::lastRow, 1, lastSheetRow)) {
-    }
-    while (reach(&CellArea::firstColumn, -1, 1)) {
-    }
-    while (reach(&CellArea::lastColumn, 1, lastSheetColumn)) {
-    }
-  }
-  return area;
+/// What a filter of the sheet must not overlap: an application would take such a file for damaged, and strip the table.
+std::vector<CellArea> barriers(Sheet& sheet) {
+  std::vector<CellArea> areas = sheet.mergedAreas();
+  for (const TableArea& table : sheet.tables()) areas.push_back(table.area);
+  for (const guard::PivotTable& table : pivotTablesOf(sheet)) areas.push_back(table.area);
+  return areas;
 }
+
+}  // namespace
 
 bool hasAutoFilter(Sheet& sheet) {
   return sheet.frame().find("autoFilter") != nullptr;
@@ -133,7 +108,8 @@ void toggleAutoFilter(Book& book, Sheet& sheet, const CellArea& area) {
   } else {
     CellArea whole = area;
     if (area.cells() == 1) {
-      whole = currentRegion(sheet, area);
+      whole = hosts::currentRegion(
+          area, [&](const CellArea& cells) { return isFilled(sheet, cells); }, barriers(sheet));
       // Rows and columns that only a corner brought in and that hold nothing are left out again.
       while (whole.rows() > 1 &&
              !isFilled(sheet, {whole.firstRow, whole.firstColumn, whole.firstRow, whole.lastColumn})) {

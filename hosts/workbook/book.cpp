@@ -70,7 +70,7 @@ void Book::readSheets(const pugi::xml_node& root) {
         refuse("The workbook \"" + shown(package_->path()) + "\" is damaged: its sheets \"" + other->name() +
                "\" and \"" + node.attribute("name").value() + "\" are the same part of the file.");
       }
-      if (tab == activeTab) active_ = sheetCount();
+      if (tab == activeTab) active_ = firstActive_ = sheetCount();
       sheets_.push_back(std::make_unique<Sheet>(shared_, node.attribute("name").value(), relation->target, tab));
       foldedNames_.push_back(caseFolded(sheets_.back()->name()));
     }
@@ -155,6 +155,16 @@ void Book::activateSheet(std::int32_t position) {
   if (!tab) tab = view.append_attribute("activeTab");
   tab = sheet(active_).tabPosition();
   workbookChanged_ = true;
+}
+
+bool Book::isHidden(std::int32_t position) const {
+  const std::string& name = sheetName(position);
+  for (const pugi::xml_node& node : childNamed(workbook_.document_element(), "sheets")) {
+    if (name != node.attribute("name").value()) continue;
+    const std::string_view state = node.attribute("state").value();
+    return state == "hidden" || state == "veryHidden";
+  }
+  return false;
 }
 
 void Book::setTabSelected(Sheet& sheet, bool selected) {

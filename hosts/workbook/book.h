@@ -77,6 +77,7 @@ class Book final : public ChartHost {
   [[nodiscard]] std::string partOfKind(std::string_view kind) const;
   [[nodiscard]] pugi::xml_node inOrder(std::string_view name);
   void setTabSelected(Sheet& sheet, bool selected);
+  [[nodiscard]] bool isHidden(std::int32_t position) const;
   void writeSheets();
   void writeStyles();
   void writeWorkbook();
@@ -92,6 +93,7 @@ class Book final : public ChartHost {
   std::vector<std::string> foldedNames_;
   std::vector<DefinedName> names_;
   std::int32_t active_ = 0;
+  std::int32_t firstActive_ = 0;  ///< of the file
   std::unique_ptr<ChartService> charts_;
 };
 

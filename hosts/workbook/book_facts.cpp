@@ -42,25 +42,6 @@ std::vector<guard::Table> tablesOf(Sheet& sheet) {
   return tables;
 }
 
-std::vector<guard::PivotTable> pivotTablesOf(Sheet& sheet) {
-  std::vector<guard::PivotTable> tables;
-  const Package& package = *sheet.shared().package;
-  for (const Relation& relation : package.relations(sheet.part())) {
-    if (relation.kind != "pivotTable" || relation.external || !package.has(relation.target)) continue;
-    pugi::xml_document document;
-    loadXml(document, package.read(relation.target), relation.target);
-    const pugi::xml_node root = document.document_element();
-    const pugi::xml_node location = childNamed(root, "location");
-    std::optional<CellArea> area = parseArea(location.attribute("ref").value());
-    if (!area) continue;
-    // The fields by which a whole table is filtered stand above it, with an empty row in between.
-    const std::int32_t fields = wholeNumber(location.attribute("rowPageCount"), 0);
-    if (fields > 0) area->firstRow = std::max(1, area->firstRow - fields - 1);
-    tables.push_back({root.attribute("name").value(), *area});
-  }
-  return tables;
-}
-
 std::optional<guard::Filter> filterOf(Sheet& sheet) {
   pugi::xml_document document;
   if (!sheet.frame().load("autoFilter", document)) return std::nullopt;
@@ -92,6 +73,25 @@ bool looksLikeFormula(const Sheet& sheet, const Cell& cell) {
 }
 
 }  // namespace
+
+std::vector<guard::PivotTable> pivotTablesOf(Sheet& sheet) {
+  std::vector<guard::PivotTable> tables;
+  const Package& package = *sheet.shared().package;
+  for (const Relation& relation : package.relations(sheet.part())) {
+    if (relation.kind != "pivotTable" || relation.external || !package.has(relation.target)) continue;
+    pugi::xml_document document;
+    loadXml(document, package.read(relation.target), relation.target);
+    const pugi::xml_node root = document.document_element();
+    const pugi::xml_node location = childNamed(root, "location");
+    std::optional<CellArea> area = parseArea(location.attribute("ref").value());
+    if (!area) continue;
+    // The fields by which a whole table is filtered stand above it, with an empty row in between.
+    const std::int32_t fields = wholeNumber(location.attribute("rowPageCount"), 0);
+    if (fields > 0) area->firstRow = std::max(1, area->firstRow - fields - 1);
+    tables.push_back({root.attribute("name").value(), *area});
+  }
+  return tables;
+}
 
 guard::SheetFacts sheetFacts(Book& book, Sheet& sheet) {
   guard::SheetFacts facts;

@@ -142,6 +142,8 @@ void Book::writeWorkbook() {
 }
 
 void Book::save(const std::filesystem::path& target, const SaveWatch& watch) {
+  // An application does not open on a sheet that it does not show.
+  if (isHidden(active_)) activateSheet(firstActive_);
   charts_->write();
   writeSheets();
   writeStyles();

@@ -22,7 +22,8 @@ class ProgramTargets : public testing::Test {
   ProgramTargets() { MadeBook{{{"1.5", "1"}, {"9", "9"}, {"1", "1.25"}, {"9.5", "9"}}, {}}.write(book); }
 
   [[nodiscard]] std::vector<std::string> command(const std::vector<std::string>& more) const {
-    std::vector<std::string> all{"cluster", book, "--inputs", "Data!A1:B4", "--outputs", "Data!F2", "-k", "2"};
+    std::vector<std::string> all{"cluster", book, "--inputs", "Data!A1:B4", "--outputs",
+                                 "Data!F2", "-k", "2",        "--overwrite"};
     all.insert(all.end(), more.begin(), more.end());
     return all;
   }

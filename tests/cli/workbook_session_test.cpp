@@ -31,7 +31,7 @@ Problem endOfRun(const MadeBook& made, std::string& said) {
   try {
     static_cast<void>(WorkbookSession(*book, services, talk)
                           .run(
-                              entries, options, [](const auto&...) {}, nullptr));
+                              entries, options, [](const HeldEntries&) { return DialogEntries(); }, nullptr));
   } catch (const Problem& problem) {
     said = stream.text();
     return problem;

@@ -44,70 +44,74 @@ TEST_F(Proposals, EndWhereReferencesEnd) {
 }
 
 TEST_F(Proposals, LeaveAHarmlessPlanAsItIs) {
-  const auto harmless = harmlessPlan(plan, book);
-  ASSERT_TRUE(harmless);
-  EXPECT_EQ(harmless->outputs, plan.outputs);
-  EXPECT_TRUE(harmless->sort && harmless->averages && harmless->charts);
+  const Plan harmless = harmlessPlan(plan, book).value();
+  EXPECT_EQ(harmless.outputs, plan.outputs);
+  EXPECT_TRUE(harmless.sort && harmless.averages && harmless.charts);
 }
 
 TEST_F(Proposals, MoveTheListingAway) {
   book.data().cells[{3, 6}] = {"kept"};
-  const auto harmless = harmlessPlan(plan, book);
-  ASSERT_TRUE(harmless);
-  EXPECT_EQ(harmless->outputs, (CellAddress{2, 8}));
-  EXPECT_TRUE(harmless->averages);
+  const Plan harmless = sparingPlan(plan, book);
+  EXPECT_TRUE(harmsOf(harmless, book).empty());
+  EXPECT_EQ(harmless.outputs, (CellAddress{2, 8}));
+  EXPECT_TRUE(harmless.averages);
 }
 
 TEST_F(Proposals, BringTheListingBackFromAnotherSheetWhereItWouldDoHarm) {
   book.sheets["Other"].facts.pivotTables = {{"P", {1, 6, 3, 6}}};
   plan.outputSheet = "Other";
-  const auto harmless = harmlessPlan(plan, book);
-  ASSERT_TRUE(harmless);
-  EXPECT_EQ(harmless->outputSheet, "Data");
+  const Plan harmless = sparingPlan(plan, book);
+  EXPECT_TRUE(harmsOf(harmless, book).empty());
+  EXPECT_EQ(harmless.outputSheet, "Data");
 }
 
 TEST_F(Proposals, LeaveOutAsManyBlocksAsFit) {
   // Two blocks of two rows have room.
   book.data().cells[{12, 3}] = {"kept"};
-  const auto harmless = harmlessPlan(plan, book);
-  ASSERT_TRUE(harmless);
-  EXPECT_FALSE(harmless->averages || harmless->minimums || harmless->maximums);
-  EXPECT_TRUE(harmless->weightedAverages && harmless->weights && harmless->charts && harmless->sort);
+  const Plan harmless = sparingPlan(plan, book);
+  EXPECT_TRUE(harmsOf(harmless, book).empty());
+  EXPECT_FALSE(harmless.averages || harmless.minimums || harmless.maximums);
+  EXPECT_TRUE(harmless.weightedAverages && harmless.weights && harmless.charts && harmless.sort);
   book.data().cells[{8, 2}] = {"kept"};
-  const auto weightsAlone = harmlessPlan(plan, book);
-  ASSERT_TRUE(weightsAlone);
-  EXPECT_FALSE(weightsAlone->weightedAverages);
-  EXPECT_TRUE(weightsAlone->weights);
+  const Plan weightsAlone = sparingPlan(plan, book);
+  EXPECT_TRUE(harmsOf(weightsAlone, book).empty());
+  EXPECT_FALSE(weightsAlone.weightedAverages);
+  EXPECT_TRUE(weightsAlone.weights);
 }
 
 TEST_F(Proposals, DoNotSortWhatSortingWouldTearApart) {
   book.data().merged = {{2, 1, 3, 1}};
-  const auto harmless = harmlessPlan(plan, book);
-  ASSERT_TRUE(harmless);
-  EXPECT_FALSE(harmless->sort);
+  const Plan harmless = sparingPlan(plan, book);
+  EXPECT_TRUE(harmsOf(harmless, book).empty());
+  EXPECT_FALSE(harmless.sort);
 }
 
 TEST_F(Proposals, KeepTheFilterOfTheSheet) {
   book.data().facts.filter = Filter{{1, 2, 7, 3}};
   plan.autofilter = false;
-  const auto harmless = harmlessPlan(plan, book);
-  ASSERT_TRUE(harmless);
-  EXPECT_TRUE(harmless->autofilter);
+  const Plan harmless = sparingPlan(plan, book);
+  EXPECT_TRUE(harmsOf(harmless, book).empty());
+  EXPECT_TRUE(harmless.autofilter);
 }
 
-TEST_F(Proposals, CannotSaveAnUntitledChartButAvoidWhatIsForbiddenWithConsent) {
+TEST_F(Proposals, CannotSaveAnUntitledChartButSpareAllElseAndWithConsentWhatIsForbidden) {
   book.data().facts.drawings = {{true, std::nullopt, {30, 2, 40, 3}}};
   book.data().facts.protection = {.allowsSorting = false};
+  book.data().cells[{8, 2}] = {"kept"};
+  const Plan spared = sparingPlan(plan, book);
+  EXPECT_FALSE(spared.sort || spared.weightedAverages);
+  ASSERT_EQ(harmsOf(spared, book).size(), 1U);
+  EXPECT_EQ(harmsOf(spared, book)[0].kind, HarmKind::chart);
   EXPECT_FALSE(harmlessPlan(plan, book));
-  const auto consented = harmlessPlan(plan, book, true);
-  ASSERT_TRUE(consented);
-  EXPECT_FALSE(consented->sort);
-  EXPECT_EQ(harmsOf(*consented, book).size(), 1U);
+  const Plan consented = sparingPlan(plan, book, true);
+  EXPECT_FALSE(consented.sort);
+  EXPECT_TRUE(consented.weightedAverages);
+  EXPECT_EQ(harmsOf(consented, book).size(), 2U);
 }
 
-TEST_F(Proposals, AreNothingWhereTheListingItselfIsForbidden) {
+TEST_F(Proposals, StayForbiddenWhereTheListingCanGoNowhere) {
   book.data().locked = {{1, 1, sheet::lastSheetRow, sheet::lastSheetColumn}};
-  EXPECT_FALSE(harmlessPlan(plan, book));
+  EXPECT_TRUE(isForbidden(harmsOf(sparingPlan(plan, book), book)));
 }
 
 }  // namespace

@@ -34,6 +34,47 @@ TEST(AutoFilter, GoesOnOverTheTableAroundTheCell) {
       << parts.at("xl/workbook.xml");
 }
 
+/// A table, a pivot table or merged cells in A1:B3 with a listing right beside them in C1:C3.
+BookText beside(const std::string& elements, const std::string& kind = {}, const std::string& part = {}) {
+  BookText text;
+  text.sheet = "<sheetData>";
+  for (const std::string row : {"1", "2", "3"}) {
+    text.sheet += "<row r=\"" + row + "\">";
+    for (const std::string column : {"A", "B", "C"}) text.sheet += "<c r=\"" + column + row + "\"><v>1</v></c>";
+    text.sheet += "</row>";
+  }
+  text.sheet += "</sheetData>" + elements;
+  const std::string space = "http://schemas.openxmlformats.org/";
+  text.rootAttributes = " xmlns:r=\"" + space + "officeDocument/2006/relationships\"";
+  if (kind.empty()) return text;
+  text.sheetRelations = "<Relationship Id=\"rId7\" Type=\"" + space + "officeDocument/2006/relationships/" + kind +
+                        "\" Target=\"../one.xml\"/>";
+  text.more = {{"xl/one.xml", part}};
+  return text;
+}
+
+std::string filterBeside(const BookText& text) {
+  OpenBook book(text);
+  book.range("C1").AutoFilter();
+  const std::string sheet = book.savedSheet();
+  const std::size_t at = sheet.find("<autoFilter");
+  return at == std::string::npos ? "none" : sheet.substr(at, sheet.find("/>", at) + 2 - at);
+}
+
+TEST(AutoFilter, LiesOverTheListingAloneWhereATableAPivotTableOrMergedCellsStandBesideIt) {
+  const std::string main = " xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"";
+  EXPECT_EQ(filterBeside(beside("")), "<autoFilter ref=\"A1:C3\"/>");
+  const std::string alone = "<autoFilter ref=\"C1:C3\"/>";
+  EXPECT_EQ(filterBeside(beside("<tableParts count=\"1\"><tablePart r:id=\"rId7\"/></tableParts>", "table",
+                                "<table" + main + " id=\"1\" displayName=\"T\" ref=\"A1:B3\"/>")),
+            alone);
+  EXPECT_EQ(filterBeside(beside(
+                "", "pivotTable",
+                "<pivotTableDefinition" + main + " name=\"P\"><location ref=\"A1:B3\"/></pivotTableDefinition>")),
+            alone);
+  EXPECT_EQ(filterBeside(beside("<mergeCells><mergeCell ref=\"A2:B2\"/></mergeCells>")), alone);
+}
+
 TEST(AutoFilter, GoesOffAgainAndShowsTheHiddenRows) {
   BookText text = table();
   text.sheet.replace(text.sheet.find("<row r=\"3\">"), 11, "<row r=\"3\" hidden=\"1\" ht=\"20\">");

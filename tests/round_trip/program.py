@@ -31,6 +31,6 @@ def references(recipe):
 def cluster(book, out, recipe, *more):
     """Clusters the book into another; answers with the cluster of each row in the old order, as the program lists them."""
     listing = run(
-        "cluster", book, *references(recipe), *choices(recipe), "-q", "-o", out, "--format", "ndjson", *more,
+        "cluster", book, *references(recipe), *choices(recipe), "--overwrite", "-q", "-o", out, "--format", "ndjson", *more,
     )  # fmt: skip
     return [json.loads(line)["Cluster"] for line in listing.splitlines()]

@@ -89,7 +89,7 @@ class SameSort(unittest.TestCase):
             book, out = os.path.join(folder, "book.xlsx"), os.path.join(folder, "out.xlsx")
             write_book(book)
             listing = program.run(
-                "cluster", book, "--inputs", INPUTS, "--outputs", f"Data!L{FIRST}", "--clusters", "3", "--sort",
+                "cluster", book, "--inputs", INPUTS, "--outputs", f"Data!L{FIRST}", "--clusters", "3", "--sort", "--overwrite",
                 "--no-charts", "-q", "-o", out, "--format", "ndjson",
             )  # fmt: skip
             clusters = [json.loads(line)["Cluster"] for line in listing.splitlines()]
