@@ -69,6 +69,17 @@ class Screen:
         self._run("xdotool", "search", "--onlyvisible", "--name", name, "windowactivate", "--sync")
         time.sleep(0.4)
 
+    def wait_until_still(self, seconds=15.0):
+        """Until nothing on the screen changes any more; something may go on blinking, so that this ends in any case."""
+        end = time.monotonic() + seconds
+        before = None
+        while time.monotonic() < end:
+            now = self._run("sh", "-c", "import -silent -window root -depth 8 gray:- | md5sum")
+            if now == before:
+                return
+            before = now
+            time.sleep(0.5)
+
     def picture(self, path, window=None):
         if window is None:
             self._run("import", "-window", "root", str(path))
