@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cctype>
-#include <set>
+#include <map>
 
 #include "dialog/designed_items.h"
 
@@ -22,8 +21,14 @@ TEST(Mnemonics, ALaterWordIsTakenBeforeALetterWithinAWord) {
   EXPECT_EQ(withMnemonics({"Set", "Set colors"}, '~'), (Captions{"~Set", "Set ~colors"}));
 }
 
-TEST(Mnemonics, ACaptionWhoseLettersAreAllTakenStaysAsItIs) {
-  EXPECT_EQ(withMnemonics({"a", "A", "", "12"}, '~'), (Captions{"~a", "A", "", "12"}));
+TEST(Mnemonics, ACaptionWhoseLettersAreAllTakenSharesTheOneThatFewestHave) {
+  EXPECT_EQ(withMnemonics({"a", "A", "", "12"}, '~'), (Captions{"~a", "~A", "", "12"}));
+  EXPECT_EQ(withMnemonics({"a", "b", "a", "ab", "ba"}, '~'), (Captions{"~a", "~b", "~a", "a~b", "~ba"}));
+}
+
+TEST(Mnemonics, TheLettersOfSomeCaptionsAreSharedWithNone) {
+  EXPECT_EQ(withMnemonics({"a", "b", "a", "ab", "a"}, '~', 1), (Captions{"~a", "~b", "a", "a~b", "a"}));
+  EXPECT_EQ(withMnemonics({"a", "a", "b"}, '~', 2), (Captions{"~a", "a", "~b"}));
 }
 
 TEST(Mnemonics, TheButtonsOfAWindowChooseFirstAndALabelHasNoLetter) {
@@ -39,32 +44,34 @@ TEST(Mnemonics, TheButtonsOfAWindowChooseFirstAndALabelHasNoLetter) {
   const MarkedCaptions marked = markedCaptions(buttons, options, '&');
   EXPECT_EQ(marked.buttons, Captions{"&Close"});
   EXPECT_EQ(marked.options, (Captions{"", "C&olors", "&Rows"}));
+  const MarkedCaptions more = markedCaptions(buttons, options, '&', {"Rest", "Close"});
+  EXPECT_EQ(more.buttons, Captions{"&Close"});
+  EXPECT_EQ(more.ownButtons, (Captions{"&Rest", "C&lose"}));
+  EXPECT_EQ(more.options, (Captions{"", "C&olors", "Ro&ws"}));
 }
 
-TEST(Mnemonics, NoLetterOfTheDialogIsGivenTwiceAndEveryFieldHeaderAndButtonHasOne) {
-  Captions captions;
-  std::size_t certain = 0;
-  for (const auto& button : dialog::designedButtons()) captions.push_back(button.Caption);
-  certain = captions.size();
-  Captions fields;
-  for (const auto& option : dialog::designedOptions()) {
-    captions.push_back(option.Caption);
-    const bool field = option.kind == OptionKind::groupHeader || option.kind == OptionKind::edit ||
-                       option.kind == OptionKind::editWithBrowse || option.kind == OptionKind::dropDown;
-    if (field) fields.push_back(option.Caption);
+TEST(Mnemonics, EveryOptionOfTheDialogHasALetterAndTheButtonsHaveTheirsAlone) {
+  const auto buttons = dialog::designedButtons();
+  const auto options = dialog::designedOptions();
+  const MarkedCaptions marked = markedCaptions(buttons, options, '~', {"Help"});
+  std::map<char, int> owners;
+  const auto letterIn = [](const std::string& caption) {
+    const std::size_t at = caption.find('~');
+    return at == std::string::npos ? '\0'
+                                   : static_cast<char>(std::tolower(static_cast<unsigned char>(caption.at(at + 1))));
+  };
+  for (const auto* captions : {&marked.buttons, &marked.ownButtons, &marked.options}) {
+    for (const std::string& caption : *captions) ++owners[letterIn(caption)];
   }
-  const Captions marked = withMnemonics(captions, '~');
-  std::set<char> letters;
-  std::size_t count = 0;
-  for (std::size_t i = 0; i < marked.size(); ++i) {
-    const std::size_t at = marked[i].find('~');
-    const bool needed = i < certain || std::find(fields.begin(), fields.end(), captions[i]) != fields.end();
-    EXPECT_TRUE(!needed || at != std::string::npos) << captions[i];
-    if (at == std::string::npos) continue;
-    ++count;
-    letters.insert(static_cast<char>(std::tolower(static_cast<unsigned char>(marked[i].at(at + 1)))));
+  for (const auto* captions : {&marked.buttons, &marked.ownButtons}) {
+    for (const std::string& caption : *captions) EXPECT_EQ(owners[letterIn(caption)], 1) << caption;
   }
-  EXPECT_EQ(letters.size(), count);
+  std::size_t position = 0;
+  for (const auto& option : options) {
+    const std::string& caption = marked.options[position++];
+    if (option.kind == OptionKind::spacer || option.kind == OptionKind::staticLabel) continue;
+    EXPECT_NE(letterIn(caption), '\0') << option.Caption;
+  }
 }
 
 }  // namespace
