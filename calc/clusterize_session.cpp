@@ -6,7 +6,6 @@
 #include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XTopWindow.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
-#include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
@@ -17,6 +16,7 @@
 #include "calc/border.h"
 #include "calc/explained_messages.h"
 #include "calc/guarded_window.h"
+#include "calc/pick_keys.h"
 #include "calc/proposal.h"
 #include "calc/references.h"
 #include "calc/remembered_ranges.h"
@@ -24,6 +24,7 @@
 #include "calc/run_refusal.h"
 #include "calc/run_watch.h"
 #include "calc/silent_run.h"
+#include "calc/texts.h"
 #include "calc/window/dialog_closer.h"
 #include "calc/window/message.h"
 #include "checks/refusal.h"
@@ -42,9 +43,6 @@ namespace {
 
 /// The session that is on, on the main thread alone; it keeps itself alive by being a listener of its document.
 ClusterizeSession* running = nullptr;
-
-constexpr const char* inputsTitle = "Mervane: pick the numbers to cluster";
-constexpr const char* outputsTitle = "Mervane: pick the first cell of the results";
 
 star::beans::PropertyValue argument(const char* name, const uno::Any& value) {
   star::beans::PropertyValue property;
@@ -67,8 +65,9 @@ EnteredOptions withReadReferences(EnteredOptions options, const uno::Reference<s
 
 void ClusterizeSession::start(const Office& office, const uno::Reference<star::frame::XFrame>& frame,
                               const Request& request, Finished finished) {
+  speak(languageOf(interfaceLocale(office)));
   if (running != nullptr) {
-    const std::string refusal = "A clustering is already open. Finish it or close its dialog first.";
+    const std::string refusal = said(text::alreadyOpen);
     if (!request.silent) {
       // While a range is picked, the menu can be used; an entry of it that did nothing would be a riddle.
       const uno::Reference<awt::XWindowPeer> parent(frame->getContainerWindow(), uno::UNO_QUERY);
@@ -107,7 +106,7 @@ void ClusterizeSession::guarded(const std::function<void()>& work) {
       throw;
     } catch (const uno::Exception& refusal) {
       trouble = fromOffice(refusal.Message);
-      if (trouble.empty()) trouble = "LibreOffice refused a step without saying why.";
+      if (trouble.empty()) trouble = said(text::refusedWithoutReason);
       throw;
     } catch (const std::exception& problem) {
       trouble = problem.what();
@@ -148,8 +147,7 @@ void ClusterizeSession::open() {
   broadcaster->addCloseListener(this);
   const uno::Reference<star::frame::XStorable> file(document_, uno::UNO_QUERY);
   if (file.is() && file->isReadonly()) {
-    throw Failure(runtime::applicationDefined.number,
-                  "This document is open for reading only. Switch Edit > Edit Mode on, or save it by another name.");
+    throw Failure(runtime::applicationDefined.number, said(text::forReadingOnly));
   }
   services_ = officeServices(desk());
   if (request_.silent) {
@@ -244,7 +242,7 @@ void ClusterizeSession::showUntilPick() {
   for (;;) {
     report_.clear();
     const std::string answer = showOnce();
-    if (closer_->isClosed()) return finish({.done = false, .message = "The document was closed."});
+    if (closer_->isClosed()) return finish({.done = false, .message = said(text::documentClosed)});
     if (answer == "INPUTS" || answer == "OUTPUTS") return beginPick(answer);
     if (answer == "INVALIDDATA" && !request_.silent) continue;
     const bool done = hasRun_ && report_.empty() && answer == "CLOSE";
@@ -277,23 +275,28 @@ void ClusterizeSession::beginPick(const std::string& what) {
   picker_.set(frame_->getController(), uno::UNO_QUERY_THROW);
   uno::Sequence<star::beans::PropertyValue> arguments(4);
   arguments[0] = argument("InitialValue", uno::Any(toOffice(range ? pickerText(document_, *range) : std::string())));
-  arguments[1] = argument("Title", uno::Any(toOffice(inputs ? inputsTitle : outputsTitle)));
-  arguments[2] = argument("CloseOnMouseRelease", uno::Any(true));
+  arguments[1] = argument("Title", uno::Any(toOffice(said(inputs ? text::pickInputs : text::pickOutputs))));
+  arguments[2] = argument("CloseOnMouseRelease", uno::Any(!inputs));
   arguments[3] = argument("SingleCellMode", uno::Any(!inputs));
-  // Another document may have come to the front meanwhile; the office opens no picker behind one.
+  comeToFront();
+  picker_->addRangeSelectionListener(this);
+  pickKeys_ = std::make_unique<PickKeys>(
+      office_, frame_, picker_,
+      PickKeys::Ends{.entered = [this](const std::string& picked) { pickedByKeys(uno::Any(toOffice(picked))); },
+                     .escaped = [this] { pickedByKeys({}); }});
+  picker_->startRangeSelection(arguments);
+}
+
+/// Another document may have come to the front meanwhile; behind one the office neither opens nor closes a picker.
+void ClusterizeSession::comeToFront() {
   frame_->activate();
   const uno::Reference<awt::XTopWindow> window(frame_->getContainerWindow(), uno::UNO_QUERY);
   if (window.is()) window->toFront();
-  picker_->addRangeSelectionListener(this);
-  picker_->startRangeSelection(arguments);
 }
 
 void ClusterizeSession::done(const star::sheet::RangeSelectionEvent& event) {
   atBorder([&] {
-    // The office's picker works in the windows of all documents and does not tell which one it was.
-    const uno::Reference<uno::XInterface> there(star::frame::Desktop::create(office_.context)->getCurrentComponent(),
-                                                uno::UNO_QUERY);
-    pickedElsewhere_ = there.is() && there != uno::Reference<uno::XInterface>(document_, uno::UNO_QUERY);
+    pickedElsewhere_ = pickKeys_ && pickKeys_->isOfAnotherDocument();
     // The picker is still on the stack; the dialog comes back when it has gone.
     later(uno::Any(event.RangeDescriptor));
   });
@@ -301,6 +304,16 @@ void ClusterizeSession::done(const star::sheet::RangeSelectionEvent& event) {
 
 void ClusterizeSession::aborted(const star::sheet::RangeSelectionEvent&) {
   atBorder([&] { later({}); });
+}
+
+void ClusterizeSession::pickedByKeys(const uno::Any& range) {
+  atBorder([&] {
+    pickedElsewhere_ = pickKeys_->isOfAnotherDocument();
+    picker_->removeRangeSelectionListener(this);
+    comeToFront();
+    picker_->abortRangeSelection();
+    later(range);
+  });
 }
 
 void ClusterizeSession::later(const uno::Any& data) {
@@ -312,7 +325,7 @@ void ClusterizeSession::notify(const uno::Any& data) {
   guarded([&] {
     const bool inputs = picking_ == "INPUTS";
     endPick();
-    if (closer_->isClosed()) return finish({.done = false, .message = "The document was closed."});
+    if (closer_->isClosed()) return finish({.done = false, .message = said(text::documentClosed)});
     rtl::OUString text;
     if (data >>= text) take(inputs, fromOffice(text));
     showUntilPick();
@@ -321,7 +334,7 @@ void ClusterizeSession::notify(const uno::Any& data) {
 
 void ClusterizeSession::take(bool inputs, const std::string& picked) {
   if (pickedElsewhere_) {
-    return tell(picked + " was picked in another document. Pick a range of the one that Mervane was opened in.");
+    return tell(said(text::pickedElsewhere, {picked}));
   }
   const std::string reference = componentReference(document_, picked);
   if (inputs) classifier_->CellInputs(reference);
@@ -330,6 +343,7 @@ void ClusterizeSession::take(bool inputs, const std::string& picked) {
 
 void ClusterizeSession::endPick() {
   picking_.clear();
+  pickKeys_.reset();
   if (picker_.is()) picker_->removeRangeSelectionListener(this);
   picker_.clear();
 }
@@ -338,8 +352,7 @@ void ClusterizeSession::endPick() {
 
 void ClusterizeSession::queryClosing(const star::lang::EventObject&, sal_Bool) {
   if (watch_ && watch_->isRunning()) {
-    throw star::util::CloseVetoException("Mervane is clustering in this document.",
-                                         static_cast<cppu::OWeakObject*>(this));
+    throw star::util::CloseVetoException(toOffice(said(text::isClustering)), static_cast<cppu::OWeakObject*>(this));
   }
 }
 

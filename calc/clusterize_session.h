@@ -26,6 +26,7 @@ class CalcHost;
 
 namespace mervane::addin {
 
+class PickKeys;
 class RunWatch;
 
 /// What a clustering is asked to do.
@@ -87,6 +88,8 @@ class ClusterizeSession final
   [[nodiscard]] std::string showOnce();
   void beginPick(const std::string& what);
   void take(bool inputs, const std::string& picked);
+  void comeToFront();
+  void pickedByKeys(const uno::Any& range);
   void endPick();
   void later(const uno::Any& data);
   void finish(const Outcome& outcome);
@@ -102,6 +105,7 @@ class ClusterizeSession final
   std::shared_ptr<Classifier3> classifier_;
   std::unique_ptr<RunWatch> watch_;
   uno::Reference<star::sheet::XRangeSelection> picker_;
+  std::unique_ptr<PickKeys> pickKeys_;
   /// "INPUTS" or "OUTPUTS" while the user picks.
   std::string picking_;
   /// The range that has just been picked is one of another document.

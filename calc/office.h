@@ -21,8 +21,9 @@ namespace awt = com::sun::star::awt;
 /// The office that the add-in runs in.
 struct Office {
   uno::Reference<uno::XComponentContext> context;
-  /// Folder of the add-in's pictures as a URL without a final slash; empty for none.
+  /// Folders of the add-in's pictures and of its help as URLs without a final slash; empty for none.
   rtl::OUString pictures;
+  rtl::OUString help;
 
   /// A new object of a service; the office's exception where there is none.
   template <class Interface>

@@ -71,25 +71,30 @@ class OfficeScreen final : public platform::Screen {
   std::function<void()> runBegins_;
 };
 
-/// The office's own regional settings, such as "de-DE"; empty where it follows the machine's.
-std::string officeLocale(const Office& office) {
-  std::string name;
+/// One of the office's settings of language; empty where it has none.
+std::string localeSetting(const Office& office, const char* node, const char* name) {
+  std::string found;
   atBorder([&] {
     const auto provider =
         office.create<star::lang::XMultiServiceFactory>("com.sun.star.configuration.ConfigurationProvider");
     star::beans::PropertyValue path;
     path.Name = "nodepath";
-    path.Value <<= rtl::OUString("/org.openoffice.Setup/L10N");
+    path.Value <<= rtl::OUString::createFromAscii(node);
     uno::Sequence<uno::Any> arguments(1);
     arguments[0] <<= path;
     const uno::Reference<star::container::XNameAccess> settings(
         provider->createInstanceWithArguments("com.sun.star.configuration.ConfigurationAccess", arguments),
         uno::UNO_QUERY_THROW);
     rtl::OUString locale;
-    settings->getByName("ooSetupSystemLocale") >>= locale;
-    name = fromOffice(locale);
+    settings->getByName(rtl::OUString::createFromAscii(name)) >>= locale;
+    found = fromOffice(locale);
   });
-  return name;
+  return found;
+}
+
+/// The office's own regional settings, such as "de-DE"; empty where it follows the machine's.
+std::string officeLocale(const Office& office) {
+  return localeSetting(office, "/org.openoffice.Setup/L10N", "ooSetupSystemLocale");
 }
 
 posix::Environment environmentOf(const Office& office) {
@@ -105,6 +110,11 @@ posix::Environment environmentOf(const Office& office) {
 }
 
 }  // namespace
+
+std::string interfaceLocale(const Office& office) {
+  const std::string chosen = localeSetting(office, "/org.openoffice.Office.Linguistic/General", "UILocale");
+  return chosen.empty() ? localeSetting(office, "/org.openoffice.Setup/L10N", "ooLocale") : chosen;
+}
 
 std::shared_ptr<platform::Services> officeServices(const OfficeDesk& desk) {
   auto services = std::make_shared<platform::Services>(posix::makePosixServices(environmentOf(desk.office)));

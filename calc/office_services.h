@@ -24,6 +24,9 @@ struct OfficeDesk {
   EntryGate gate;
 };
 
+/// The language of the office's menus and dialogs, such as "de" or "en-US".
+[[nodiscard]] std::string interfaceLocale(const Office& office);
+
 /// The services of this machine with the office's windows, messages, beep and regional settings. What the dialog
 /// remembers is kept in the same store as by the command line program.
 [[nodiscard]] std::shared_ptr<platform::Services> officeServices(const OfficeDesk& desk);

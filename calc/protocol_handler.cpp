@@ -11,6 +11,7 @@
 #include "calc/border.h"
 #include "calc/clusterize_session.h"
 #include "calc/main_thread_call.h"
+#include "calc/texts.h"
 #include "mervane/letter_case.h"
 
 namespace mervane::addin {
@@ -126,18 +127,21 @@ class ProtocolHandler final
       result.Result <<= toOffice(outcome.message);
       listener->dispatchFinished(result);
     };
-    if (!frame.is()) return tell({.done = false, .message = "There is no document to cluster in."});
-    ClusterizeSession::start({context_, pictures()}, frame, request, tell);
+    if (!frame.is()) return tell({.done = false, .message = said(text::noDocument)});
+    const rtl::OUString place = folder();
+    Office office{context_, {}, {}};
+    if (!place.isEmpty()) office = {context_, place + "/pictures", place + "/help"};
+    ClusterizeSession::start(office, frame, request, tell);
   }
 
-  /// Where the extension was unpacked.
-  [[nodiscard]] rtl::OUString pictures() const {
+  /// Where the extension was unpacked; empty where nobody knows.
+  [[nodiscard]] rtl::OUString folder() const {
     rtl::OUString place;
     atBorder([&] {
       place = star::deployment::PackageInformationProvider::get(context_)->getPackageLocation(
           rtl::OUString::createFromAscii(packageName));
     });
-    return place.isEmpty() ? place : place + "/pictures";
+    return place;
   }
 
   uno::Reference<uno::XComponentContext> context_;

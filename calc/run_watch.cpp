@@ -9,6 +9,7 @@
 
 #include "calc/border.h"
 #include "calc/references.h"
+#include "calc/texts.h"
 #include "calc/undo_step.h"
 #include "calc/window/desk_lock.h"
 #include "calc/window/window_listener.h"
@@ -61,6 +62,8 @@ class RunWatch::Work {
   std::size_t sink_;
   bool running_ = false;
   bool stopped_ = false;
+  /// The last epoch is over, and there is nothing left to stop.
+  bool writing_ = false;
   std::chrono::steady_clock::time_point lastLook_;
   uno::Reference<star::task::XStatusIndicator> indicator_;
   std::unique_ptr<UndoStep> undo_;
@@ -74,12 +77,13 @@ void RunWatch::Work::begin() {
   if (running_) return;
   running_ = true;
   stopped_ = false;
+  writing_ = false;
   // Each of these is a comfort; the run goes on without any of them.
   atBorder([&] { undo_ = std::make_unique<UndoStep>(office_, document_, writtenCells(), undoTitle); });
   atBorder([&] {
     const uno::Reference<star::task::XStatusIndicatorFactory> factory(frame_, uno::UNO_QUERY_THROW);
     indicator_ = factory->createStatusIndicator();
-    indicator_->start("Clustering; press Escape to stop.", classifier_.EpochCount());
+    indicator_->start(toOffice(said(text::running)), classifier_.EpochCount());
   });
   atBorder([&] { toolkit_ = office_.create<awt::XToolkitExperimental>("com.sun.star.awt.Toolkit"); });
   atBorder([&] { keyWatch_.emplace(office_, keys_); });
@@ -134,10 +138,10 @@ std::vector<star::table::CellRangeAddress> RunWatch::Work::writtenCells() const 
 bool RunWatch::Work::pressed(int key) {
   // The error window and messages come with the run on, and have their own keys.
   if (!running_ || !lock_ || !lock_->hasKeyboard()) return false;
-  if (key == awt::Key::ESCAPE && !stopped_) {
+  if (key == awt::Key::ESCAPE && !stopped_ && !writing_) {
     stopped_ = true;
     classifier_.StopLearning();
-    if (indicator_.is()) indicator_->setText("Clustering; stopping after this epoch.");
+    if (indicator_.is()) indicator_->setText(toOffice(said(text::stopped)));
   }
   return true;
 }
@@ -152,8 +156,8 @@ void RunWatch::Work::epochDone(std::int32_t epoch) {
 
 void RunWatch::Work::look(std::int32_t epoch) {
   if (indicator_.is()) {
-    const bool last = epoch >= classifier_.EpochCount();
-    if (last) indicator_->setText("Clustering; writing the results.");
+    writing_ = epoch >= classifier_.EpochCount();
+    if (writing_) indicator_->setText(toOffice(said(text::writing)));
     indicator_->setValue(epoch);
   }
   // What the user has pressed meanwhile.

@@ -7,8 +7,10 @@
 #include <string>
 
 #include "calc/border.h"
+#include "calc/texts.h"
 #include "calc/window/button_bar.h"
 #include "calc/window/dialog_closer.h"
+#include "calc/window/pictures.h"
 #include "calc/window/window_listener.h"
 #include "platform/mnemonics.h"
 
@@ -100,7 +102,8 @@ void ErrorWindow::build(const std::string& caption) {
   const Properties picture = shell_->add("UnoControlImageControlModel", "picture");
   set(picture, "Border", uno::Any(static_cast<sal_Int16>(0)));
   setIfKnown(picture, "Tabstop", uno::Any(false));
-  if (!office_.pictures.isEmpty()) setIfKnown(picture, "ImageURL", uno::Any(office_.pictures + "/icon.svg"));
+  const rtl::OUString pictures = picturesFor(office_, parent_);
+  if (!pictures.isEmpty()) setIfKnown(picture, "ImageURL", uno::Any(pictures + "/icon.svg"));
   const Properties band = shell_->add("UnoControlFixedTextModel", "band");
   set(band, "FontWeight", uno::Any(awt::FontWeight::BOLD));
   setIfKnown(band, "VerticalAlign", uno::Any(star::style::VerticalAlignment_MIDDLE));
@@ -109,9 +112,9 @@ void ErrorWindow::build(const std::string& caption) {
   set(report, "MultiLine", uno::Any(true));
   set(report, "ReadOnly", uno::Any(true));
   set(report, "VScroll", uno::Any(true));
-  set(report, "HelpText", uno::Any(rtl::OUString("The failure report; it can be selected and copied")));
+  set(report, "HelpText", uno::Any(toOffice(said(text::failureReport))));
   set(report, "TabIndex", uno::Any(static_cast<sal_Int16>(20)));
-  bar_ = std::make_unique<ButtonBar>(*shell_, *buttons_, office_.pictures);
+  bar_ = std::make_unique<ButtonBar>(*shell_, *buttons_, pictures);
   bar_->add(platform::markedCaptions(*buttons_, {}, '~').buttons, 1);
   shell_->open(parent_);
   picture_ = shell_->control("picture");

@@ -11,6 +11,8 @@
 #include <com/sun/star/awt/XTextComponent.hpp>
 #include <com/sun/star/style/VerticalAlignment.hpp>
 
+#include "calc/texts.h"
+#include "calc/window/option_tips.h"
 #include "mervane/convert.h"
 #include "support/globals.h"
 
@@ -25,6 +27,7 @@ constexpr int indentWidth = 14;
 constexpr int margin = 5;
 constexpr int gapAfterCaption = 8;
 constexpr int browseWidth = 26;
+constexpr int smallestFieldWidth = 120;
 constexpr sal_Int16 alignLeft = 0;
 
 bool isEdit(OptionKind kind) {
@@ -60,24 +63,35 @@ const char* modelOf(OptionKind kind) {
   return nullptr;
 }
 
-/// What an assistive tool tells beyond the caption, and what the pointer shows when it rests.
-std::string helpOf(const OptionItem& item) {
-  if (item.Key == "INPUTS") return "The range with the numbers, one row for each sample, such as Sheet1!B2:E151";
-  if (item.Key == "OUTPUTS") return "The first cell of the results, such as Sheet1!G2";
-  if (item.Key == "DEFAULTS") return "Gives the network parameters the values that they began with";
-  return {};
-}
-
-/// A caption without the colon that only leads the eye to its field.
-std::string bare(const std::string& caption) {
-  return caption.ends_with(':') ? caption.substr(0, caption.size() - 1) : caption;
-}
-
 Properties propertiesOf(const Control& control) {
   return Properties(control->getModel(), uno::UNO_QUERY_THROW);
 }
 
 }  // namespace
+
+std::string OptionRows::bareCaption(const OptionItem& item) {
+  const std::string& caption = item.Caption;
+  return caption.ends_with(':') ? caption.substr(0, caption.size() - 1) : caption;
+}
+
+const OptionItem* OptionRows::firstField() const {
+  bool open = true;
+  for (const Row& row : rows_) {
+    if (row.item->kind == OptionKind::groupHeader) open = row.item->Expanded;
+    if (open && isEdit(row.item->kind)) return row.item;
+  }
+  return nullptr;
+}
+
+int OptionRows::rowHeight() const {
+  int height = 0;
+  for (const Row& row : rows_) height = std::max(height, row.height);
+  return height;
+}
+
+int OptionRows::smallestWidth() const {
+  return shell_.across(2 * margin + indentWidth + gapAfterCaption + smallestFieldWidth) + captionColumn_;
+}
 
 std::string OptionRows::shownText(const OptionItem& item) {
   return item.Value.isEmpty() ? std::string() : toText(item.Value, globals::locale());
@@ -113,7 +127,7 @@ void OptionRows::addRow(const Properties& list, Row& row) {
     setIfKnown(caption, "VerticalAlign", uno::Any(star::style::VerticalAlignment_MIDDLE));
   }
   const Properties field = addControl(kind, row.name);
-  if (const std::string help = helpOf(item); !help.empty()) set(field, "HelpText", uno::Any(toOffice(help)));
+  if (const std::string help = optionTip(item.Key); !help.empty()) set(field, "HelpText", uno::Any(toOffice(help)));
   if (item.bold) set(field, "FontWeight", uno::Any(awt::FontWeight::BOLD));
   if (isButton(item.kind)) {
     set(field, "Align", uno::Any(alignLeft));
@@ -137,7 +151,7 @@ void OptionRows::addRow(const Properties& list, Row& row) {
     if (pictures_.isEmpty()) set(browse, "Label", uno::Any(rtl::OUString("...")));
     setIfKnown(browse, "ImageURL", uno::Any(pictures_.isEmpty() ? rtl::OUString() : pictures_ + "/pick.svg"));
     set(browse, "ImagePosition", uno::Any(awt::ImagePosition::Centered));
-    set(browse, "HelpText", uno::Any(toOffice("Pick the range of " + bare(item.Caption) + " on the sheet")));
+    set(browse, "HelpText", uno::Any(toOffice(said(text::pickOnTheSheet, {bareCaption(item)}))));
   }
 }
 
@@ -297,8 +311,7 @@ void OptionRows::showItem(Row& row) {
 void OptionRows::showHeader(Row& row) {
   const bool open = row.item->Expanded;
   const Properties field = propertiesOf(row.field);
-  const rtl::OUString help =
-      open ? rtl::OUString("Open. Press to close this group.") : rtl::OUString("Closed. Press to open this group.");
+  const rtl::OUString help = toOffice(said(open ? text::groupIsOpen : text::groupIsClosed));
   setIfKnown(field, "State", uno::Any(static_cast<sal_Int16>(open ? 1 : 0)));
   rtl::OUString now;
   field->getPropertyValue("HelpText") >>= now;

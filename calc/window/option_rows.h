@@ -55,6 +55,15 @@ class OptionRows {
   };
   [[nodiscard]] Extent extentOf(const platform::OptionItem& item) const;
 
+  /// The first field that is seen; null where all groups with fields are closed.
+  [[nodiscard]] const platform::OptionItem* firstField() const;
+  /// The height of the highest row.
+  [[nodiscard]] int rowHeight() const;
+  /// The width in which every field has room for a reference.
+  [[nodiscard]] int smallestWidth() const;
+
+  /// The caption without the colon that only leads the eye to its field.
+  [[nodiscard]] static std::string bareCaption(const platform::OptionItem& item);
   /// The text that a field shows for its item.
   [[nodiscard]] static std::string shownText(const platform::OptionItem& item);
 

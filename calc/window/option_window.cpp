@@ -5,13 +5,18 @@
 #include <com/sun/star/awt/ScrollBarOrientation.hpp>
 #include <com/sun/star/awt/XScrollBar.hpp>
 #include <string>
+#include <utility>
 
 #include "calc/border.h"
+#include "calc/texts.h"
 #include "calc/window/button_bar.h"
 #include "calc/window/desk_lock.h"
 #include "calc/window/dialog_closer.h"
+#include "calc/window/help.h"
 #include "calc/window/message.h"
 #include "calc/window/option_rows.h"
+#include "calc/window/option_tips.h"
+#include "calc/window/pictures.h"
 #include "calc/window/window_listener.h"
 #include "platform/mnemonics.h"
 
@@ -29,7 +34,10 @@ constexpr int firstClientWidth = 343;
 constexpr int listMargin = 5;
 constexpr int scrollBarWidth = 12;
 constexpr int lineHeight = 21;
-constexpr int smallestHeight = 120;
+constexpr int smallestHeight = 160;
+constexpr int noteLine = 13;
+constexpr int fewestRows = 3;
+constexpr sal_Int16 lastTabIndex = 100;
 /// A first window is not made higher than this, however large the font; the list scrolls.
 constexpr int highestFirstClient = 640;
 
@@ -57,7 +65,13 @@ class OptionWindow final : public platform::OptionWindow {
   void scrollTo(int position);
   void bringIntoSight(const OptionItem& item);
   [[nodiscard]] bool keyPressed(int key);
+  [[nodiscard]] int noteHeight() const;
+  [[nodiscard]] awt::Size smallestClient() const;
+  void keepSmallestSize();
+  void takeFirstFocus();
+  void tellNote(const std::string& sentence);
 
+  void entered(const OptionItem& item);
   void clicked(const OptionItem& item);
   void left(const OptionItem& item);
   bool finishEditor();
@@ -80,9 +94,19 @@ class OptionWindow final : public platform::OptionWindow {
   std::unique_ptr<ButtonBar> bar_;
   Control list_;
   Control scrollBar_;
+  /// Says what the field with the keyboard takes, or why an entry was not taken.
+  Control note_;
+  Control help_;
+  int noteLine_ = 0;
+  rtl::OUString pictures_;
   rtl::Reference<ControlListener> scrollListener_;
+  rtl::Reference<ControlListener> helpListener_;
   rtl::Reference<WindowListener> windowListener_;
   const OptionItem* focused_ = nullptr;
+  /// The edit field that had the keyboard last.
+  const OptionItem* lastField_ = nullptr;
+  bool keepsNote_ = false;
+  bool hasFirstFocus_ = false;
   /// The list with its scroll bar, in pixels of the dialog.
   awt::Rectangle area_{};
   int contentHeight_ = 0;
@@ -99,6 +123,7 @@ OptionWindow::~OptionWindow() {
   atBorder([&] {
     if (windowListener_.is()) windowListener_->detach();
     if (scrollListener_.is()) scrollListener_->detach();
+    if (helpListener_.is()) helpListener_->detach();
     if (rows_) rows_->detach();
     if (bar_) bar_->detach();
   });
@@ -112,8 +137,9 @@ void OptionWindow::load(const std::string& caption, const OptionItems& options, 
   buttonItems_ = &buttons;
   events_ = &events;
   build(caption);
-  windowListener_ = new WindowListener(
-      {.resized = [this] { windowResized(); }, .activated = {}, .key = [this](int key) { return keyPressed(key); }});
+  windowListener_ = new WindowListener({.resized = [this] { windowResized(); },
+                                        .activated = [this] { takeFirstFocus(); },
+                                        .key = [this](int key) { return keyPressed(key); }});
   // Wide enough for the design, high enough for the groups that are open in it.
   shell_->resize(shell_->across(firstClientWidth), shell_->down(smallestHeight));
   layOut();
@@ -122,10 +148,12 @@ void OptionWindow::load(const std::string& caption, const OptionItems& options, 
   shell_->centre();
   layOut();
   shell_->window()->addWindowListener(windowListener_.get());
+  shell_->topWindow()->addTopWindowListener(windowListener_.get());
 }
 
 void OptionWindow::build(const std::string& caption) {
-  const platform::MarkedCaptions captions = platform::markedCaptions(*buttonItems_, *options_, '~');
+  const platform::MarkedCaptions captions = platform::markedCaptions(*buttonItems_, *options_, '~', {said(text::help)});
+  pictures_ = picturesFor(office_, parent_);
   shell_ = std::make_unique<DialogShell>(office_, caption);
   const Properties list = shell_->add("UnoFrameModel", "list");
   set(list, "TabIndex", uno::Any(static_cast<sal_Int16>(0)));
@@ -134,14 +162,25 @@ void OptionWindow::build(const std::string& caption) {
   set(scroll, "TabIndex", uno::Any(static_cast<sal_Int16>(1)));
   setIfKnown(scroll, "Tabstop", uno::Any(false));
   setIfKnown(scroll, "LiveScroll", uno::Any(true));
-  rows_ = std::make_unique<OptionRows>(*shell_, *options_, office_.pictures);
+  rows_ = std::make_unique<OptionRows>(*shell_, *options_, pictures_);
   rows_->add(list, captions.options);
-  bar_ = std::make_unique<ButtonBar>(*shell_, *buttonItems_, office_.pictures);
+  bar_ = std::make_unique<ButtonBar>(*shell_, *buttonItems_, pictures_);
   bar_->add(captions.buttons, 2);
+  const Properties note = shell_->add("UnoControlFixedTextModel", "note");
+  set(note, "MultiLine", uno::Any(true));
+  set(note, "Label", uno::Any(rtl::OUString("X")));  // For its height.
+  const Properties help = shell_->add("UnoControlButtonModel", "help");
+  set(help, "Label", uno::Any(toOffice(captions.ownButtons.front())));
+  set(help, "HelpText", uno::Any(toOffice(said(text::helpTip))));
+  set(help, "TabIndex", uno::Any(lastTabIndex));
 
   shell_->open(parent_);
   list_ = shell_->control("list");
   scrollBar_ = shell_->control("scroll");
+  note_ = shell_->control("note");
+  noteLine_ = std::max(DialogShell::preferredSize(note_).Height, shell_->down(noteLine));
+  tellNote({});
+  help_ = shell_->control("help");
   rows_->connect(list_, {.clicked = [this](const OptionItem& item) { clicked(item); },
                          .browsed =
                              [this](const OptionItem& item) {
@@ -152,13 +191,12 @@ void OptionWindow::build(const std::string& caption) {
                                if (choice < 0 || choice >= static_cast<int>(item.SubItems.size())) return;
                                events_->chosen(item.Key, item.SubItems[static_cast<std::size_t>(choice)].Caption);
                              },
-                         .entered =
-                             [this](const OptionItem& item) {
-                               focused_ = &item;
-                               bringIntoSight(item);
-                             },
+                         .entered = [this](const OptionItem& item) { entered(item); },
                          .left = [this](const OptionItem& item) { left(item); }});
   bar_->connect([this](const std::string& key) { pressButton(key); }, [this] { focused_ = nullptr; });
+  ControlEvents helping;
+  helping.pressed = [this] { openHelp(office_, shell_->peer()); };
+  helpListener_ = ControlListener::attach(help_, helping);
   ControlEvents scrolling;
   scrolling.moved = [this](int value) { scrollTo(value); };
   scrollListener_ = ControlListener::attach(scrollBar_, scrolling);
@@ -170,9 +208,13 @@ void OptionWindow::layOut() {
   const awt::Rectangle client = shell_->window()->getPosSize();
   const int margin = shell_->across(listMargin);
   const int bar = bar_->height() + 2 * margin;
-  area_ = {margin, margin, std::max(static_cast<int>(client.Width) - 2 * margin, 0),
-           std::max(static_cast<int>(client.Height) - bar - margin, 0)};
+  const int inside = std::max(static_cast<int>(client.Width) - 2 * margin, 0);
+  const int note = noteHeight();
+  area_ = {margin, margin, inside, std::max(static_cast<int>(client.Height) - bar - note - margin, 0)};
+  place(note_, margin, client.Height - bar - note + margin, inside, note - margin);
   bar_->place(margin, client.Height - bar + margin);
+  const int helpWidth = DialogShell::preferredSize(help_).Width + shell_->across(8);
+  place(help_, client.Width - margin - helpWidth, client.Height - bar + margin, helpWidth, bar_->height());
   layOutList();
 }
 
@@ -209,7 +251,29 @@ void OptionWindow::bringIntoSight(const OptionItem& item) {
   if (row.top < scrolled_) scrollTo(row.top);
 }
 
+/// Two lines of text.
+int OptionWindow::noteHeight() const {
+  return 2 * noteLine_ + shell_->across(listMargin);
+}
+
+/// The smallest window in which no field and no button vanishes, and some rows are seen.
+awt::Size OptionWindow::smallestClient() const {
+  const int margin = shell_->across(listMargin);
+  const int bar = bar_->width() + DialogShell::preferredSize(help_).Width + shell_->across(3 * listMargin + 8);
+  const int list = rows_->smallestWidth() + shell_->across(scrollBarWidth);
+  return {std::max(bar, list) + 2 * margin,
+          bar_->height() + 3 * margin + noteHeight() + fewestRows * rows_->rowHeight()};
+}
+
+void OptionWindow::keepSmallestSize() {
+  const awt::Rectangle now = shell_->window()->getPosSize();
+  const awt::Size least = smallestClient();
+  if (now.Width >= least.Width && now.Height >= least.Height) return;
+  shell_->resize(std::max(now.Width, least.Width), std::max(now.Height, least.Height));
+}
+
 void OptionWindow::windowResized() {
+  if (shown_) keepSmallestSize();
   layOut();
   if (laidOut_) events_->resized();
 }
@@ -257,6 +321,8 @@ void OptionWindow::itemsChanged() {
 
 void OptionWindow::show() {
   ended_ = false;
+  hasFirstFocus_ = false;
+  keepSmallestSize();
   layOut();
   if (!laidOut_) {
     laidOut_ = true;
@@ -307,6 +373,9 @@ bool OptionWindow::keyPressed(int key) {
   const int page = std::max(static_cast<int>(area_.Height) - shell_->down(lineHeight), 1);
   const bool inDropDown = focused_ != nullptr && focused_->kind == OptionKind::dropDown;
   switch (key) {
+    case awt::Key::F1:
+      openHelp(office_, shell_->peer());
+      return true;
     case awt::Key::ESCAPE:
       if (focused_ != nullptr && rows_->isModified(*focused_)) {
         rows_->revert(*focused_);
@@ -336,6 +405,27 @@ void OptionWindow::clicked(const OptionItem& item) {
   if (item.kind == OptionKind::groupHeader) bringIntoSight(item);
 }
 
+/// When the dialog comes up the keyboard is where the user was last, or in the first field; the toolkit would begin
+/// with the header of the first group.
+void OptionWindow::takeFirstFocus() {
+  if (!shown_ || hasFirstFocus_) return;
+  hasFirstFocus_ = true;
+  const OptionItem* const field = lastField_ != nullptr ? lastField_ : rows_->firstField();
+  if (field != nullptr) rows_->focus(*field);
+}
+
+void OptionWindow::entered(const OptionItem& item) {
+  focused_ = &item;
+  if (item.kind == OptionKind::edit || item.kind == OptionKind::editWithBrowse) lastField_ = &item;
+  bringIntoSight(item);
+  // What has just been refused is left to be read, though the keyboard has gone on to the next field.
+  if (!std::exchange(keepsNote_, false)) tellNote(optionTip(item.Key));
+}
+
+void OptionWindow::tellNote(const std::string& sentence) {
+  set(Properties(note_->getModel(), uno::UNO_QUERY_THROW), "Label", uno::Any(toOffice(sentence)));
+}
+
 void OptionWindow::left(const OptionItem& item) {
   finishEditor(item);
 }
@@ -347,9 +437,11 @@ bool OptionWindow::finishEditor() {
 bool OptionWindow::finishEditor(const OptionItem& item) {
   if (finishing_ || !rows_->isModified(item)) return true;
   finishing_ = true;
-  std::string text = rows_->typedText(item);
-  if (gate_.readReference && item.kind == OptionKind::editWithBrowse) text = gate_.readReference(text);
-  const bool accepted = events_->edited(item.Key, text);
+  std::string typed = rows_->typedText(item);
+  if (gate_.readReference && item.kind == OptionKind::editWithBrowse) typed = gate_.readReference(typed);
+  const bool accepted = events_->edited(item.Key, typed);
+  if (!accepted) tellNote(said(text::refusedEntry, {OptionRows::bareCaption(item), typed, optionTip(item.Key)}));
+  keepsNote_ = !accepted;
   rows_->revert(item);
   finishing_ = false;
   return accepted;

@@ -7,6 +7,7 @@ MERVANE is the command line program, FOLDER an empty folder of the user's who ru
 FOLDER, and in PICTURES too where that is given.
 """
 
+import os
 import pathlib
 import shutil
 import subprocess
@@ -181,10 +182,7 @@ class Driver:
         """Takes the office's regional settings over into the profile; they hold from its next start on."""
         office = Office(self.folder, "--headless")
         try:
-            settings = office.create("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
-                "com.sun.star.configuration.ConfigurationUpdateAccess", properties(nodepath="/org.openoffice.Setup/L10N"))
-            settings.setPropertyValue("ooSetupSystemLocale", name)
-            settings.commitChanges()
+            office.configure("/org.openoffice.Setup/L10N", "ooSetupSystemLocale", name)
             expect(office.quit(), "the office quits with new regional settings")
         finally:
             office.kill()
@@ -200,6 +198,7 @@ class Driver:
             shown = document.Sheets.getByIndex(0).getCellRangeByName("E164").String
             expect("".join(shown.split()) == "40,67%", f"percentages are shown as the user writes them: {shown}")
             document.close(True)
+            self.in_german(office)
             expect(office.quit(), "the office quits by itself")
         finally:
             office.kill()
@@ -207,6 +206,15 @@ class Driver:
         subprocess.run([str(self.mervane), "settings", "clear"], check=True, capture_output=True, timeout=60)
         self.locale_of_the_office("")
         step("a run in another locale reads and shows numbers in that locale")
+
+    def in_german(self, office):
+        language = ("/org.openoffice.Office.Linguistic/General", "UILocale")
+        office.configure(*language, "de")
+        locked = office.load(self.copy_of_book("lesen.xlsx"), ReadOnly=True)
+        answer = office.dispatch(locked, Inputs=INPUTS, Outputs=OUTPUTS)
+        expect("nur zum Lesen offen" in answer.Result, f"the add-in speaks the language of the menus: {answer.Result!r}")
+        locked.close(True)
+        office.configure(*language, "")
 
     def compare_with_command_line(self, office, after):
         made = self.folder / "by-command-line.xlsx"
@@ -235,7 +243,7 @@ class Driver:
         self.screen = Screen(1540, 980)
         self.office = None
         try:
-            self.office = Office(self.folder, str(self.book), environment=self.screen.environment)
+            self.office = Office(self.folder, str(self.book), environment={**self.screen.environment, **self.browser()})
             self.controls = Controls(self.office, self.screen)
             self.document = wait_for(self.office.desktop.getCurrentComponent, "the workbook is open", 60)
             self.screen.wait_for_window("iris.xlsx", 60)
@@ -261,6 +269,15 @@ class Driver:
             if self.office:
                 self.office.kill()
             self.screen.close()
+
+    def browser(self):
+        """What stands for the desktop's browser: it writes down what it is asked to show."""
+        folder = self.folder / "bin"
+        folder.mkdir()
+        opener = folder / "xdg-open"
+        opener.write_text(f'#!/bin/sh\necho "$1" > {self.folder}/opened.txt\n')
+        opener.chmod(0o755)
+        return {"PATH": f"{folder}:{os.environ['PATH']}"}
 
     def window_tests(self):
         frame_document = self.document
@@ -296,12 +313,21 @@ class Driver:
         return self.controls.text(name, ROLE_EDIT)
 
     def entries_and_keys(self):
-        self.open_dialog()
+        self.screen.keys("ctrl+alt+m")
+        self.screen.wait_for_window("Mervane Kelvash")
         expect((self.field("Inputs:"), self.field("Outputs:")) == (INPUTS, OUTPUTS), "the ranges are proposed from the cursor")
+        wait_for(lambda: self.controls.has_focus("Inputs:"), "the first field has the keyboard")
         self.screen.keys("alt+u", "ctrl+a")
+        wait_for(lambda: any("a whole number from 2 to 998" in name for name in self.controls.names()), "the field tells its limits")
         self.screen.type("1")
         self.screen.keys("Tab")
         expect(self.field("Clusters:") == "3", "a refused entry shows the earlier value")
+        told = [name for name in self.controls.names() if name.startswith('Clusters: "1" is not taken.')]
+        expect(told and "from 2 to 998" in told[0], f"a refused entry is told with the limits: {told}")
+        for name in ("Start learning rate:", "Scale values", "Start learning rate:"):
+            self.screen.keys("alt+s")
+            wait_for(lambda: self.controls.has_focus(name), f"a letter that two share leads on to {name}")
+        self.help_and_size()
         self.screen.keys("alt+u", "ctrl+a")
         self.screen.type("7")
         self.screen.keys("Escape")
@@ -323,6 +349,27 @@ class Driver:
         self.wait_until_closed()
         step("entries, keys and names of the dialog are as they should be")
 
+    def help_and_size(self):
+        """The page is opened by F1 and by the button; a window that is made small keeps its fields."""
+        for press in (lambda: self.screen.keys("F1"), lambda: self.controls.click("Help")):
+            opened = self.folder / "opened.txt"
+            opened.unlink(missing_ok=True)
+            press()
+            page = wait_for(lambda: opened.exists() and opened.read_text().strip(), "the help page is opened")
+            expect(page.endswith("/help/en/clusterize.html"), f"the page is our own: {page}")
+            expect("Ctrl+Alt+M" in pathlib.Path(page.removeprefix("file://")).read_text(), "the page is in the package")
+        before = self.screen.size_of("Mervane Kelvash")
+        self.screen.resize("Mervane Kelvash", 60, 60)
+        wait_for(lambda: self.screen.size_of("Mervane Kelvash") > (300, 200), "a small window grows to its least size")
+        left, right = self.controls.span("Inputs:")
+        expect(right - left >= 100, f"fields do not vanish: {left} to {right}")
+        top = self.controls.top("Inputs:")
+        self.screen.keys("Page_Down")
+        wait_for(lambda: self.controls.top("Inputs:") < top, "Page Down scrolls")
+        self.screen.keys("Page_Up")
+        wait_for(lambda: self.controls.top("Inputs:") == top, "Page Up scrolls back")
+        self.screen.resize("Mervane Kelvash", *before)
+
     def is_seen(self, name):
         context = self.controls.find(name)
         return context is not None and context.getAccessibleStateSet().contains(30)  # VISIBLE
@@ -330,24 +377,37 @@ class Driver:
     def picking(self):
         self.open_dialog()
         self.controls.click("Pick the range of Inputs on the sheet")
-        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.wait_for_window("pick the numbers")
         self.screen.keys("ctrl+a")
         self.screen.type("$Iris.$B$2:$D$31")
         self.screen.keys("Return")
         self.screen.wait_for_window("Mervane Kelvash")
         expect(self.field("Inputs:") == "Iris!B2:D31", "the picked range stands in the dialog")
         self.controls.click("Pick the range of Inputs on the sheet")
-        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.wait_for_window("pick the numbers")
+        self.controls.click_cell(self.document, 1, 1)
+        self.controls.click_cell(self.document, 3, 8, "shift")
+        self.screen.keys("Return")
+        self.screen.wait_for_window("Mervane Kelvash")
+        expect(self.field("Inputs:") == "Iris!B2:D9", f"a click with Shift picks to there: {self.field('Inputs:')}")
+        self.controls.click("Pick the range of Inputs on the sheet")
+        self.screen.wait_for_window("pick the numbers")
+        self.controls.click_cell(self.document, 1, 1)
+        self.screen.keys("ctrl+shift+Right", "ctrl+shift+Down", "Return")
+        self.screen.wait_for_window("Mervane Kelvash")
+        expect(self.field("Inputs:") == "Iris!B2:E151", f"Ctrl+Shift and arrows pick to the end: {self.field('Inputs:')}")
+        self.controls.click("Pick the range of Inputs on the sheet")
+        self.screen.wait_for_window("pick the numbers")
         # Asked for once more meanwhile, it says why nothing comes of that.
         asked = self.office.dispatch_beside(self.document)
         self.screen.wait_for_window("Mervane", exactly=True)
         self.screen.keys("Return")
         asked.join(10)
         expect(asked.result is not None and "already open" in asked.result.Result, f"one dialog at a time: {asked.result}")
-        self.screen.activate("pick the numbers to cluster")
+        self.screen.activate("pick the numbers")
         self.screen.keys("Escape")
         self.screen.wait_for_window("Mervane Kelvash")
-        expect(self.field("Inputs:") == "Iris!B2:D31", "a picking that is given up changes nothing")
+        expect(self.field("Inputs:") == "Iris!B2:E151", "a picking that is given up changes nothing")
         self.screen.keys("Escape")
         self.wait_until_closed()
         step("ranges are picked with the office's own picker")
@@ -371,7 +431,7 @@ class Driver:
         asked = self.office.dispatch_beside(other)
         self.screen.wait_for_window("Mervane Kelvash")
         self.controls.click("Pick the range of Inputs on the sheet")
-        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.wait_for_window("pick the numbers")
         other.close(True)
         asked.join(10)
         expect(asked.result is not None and asked.result.Result == "The document was closed.",
@@ -393,11 +453,15 @@ class Driver:
         self.screen.scroll_down(600, 500)
         expect(first.String == "" and other.CurrentController.getFirstVisibleRow() == 0,
                f"nothing reaches another document while the dialog is open: {first.String}")
+        # The office has given the keys to the dialog instead, which stands before all.
         self.screen.activate("Mervane Kelvash")
+        self.screen.keys("alt+i", "ctrl+a")
+        self.screen.type(INPUTS)
         self.controls.click("Pick the range of Inputs on the sheet")
-        self.screen.wait_for_window("pick the numbers to cluster")
+        self.screen.wait_for_window("pick the numbers")
         self.screen.activate("Untitled")
         self.screen.drag(300, 300, 500, 450)
+        self.screen.keys("Return")
         self.screen.wait_for_window("Mervane", exactly=True)
         names = self.controls.names()
         expect(any("was picked in another document" in name for name in names), f"a range of another document is refused: {names}")

@@ -90,6 +90,12 @@ class Office:
     def create(self, service):
         return self.context.ServiceManager.createInstance(service)
 
+    def configure(self, node, name, value):
+        settings = self.create("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
+            "com.sun.star.configuration.ConfigurationUpdateAccess", properties(nodepath=node))
+        settings.setPropertyValue(name, value)
+        settings.commitChanges()
+
     def on_main_thread(self, work, seconds=60):
         """Opening a window from another thread can bring the office to a halt, so such calls go over to its own."""
         call = _Call(work)

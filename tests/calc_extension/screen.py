@@ -5,7 +5,7 @@ import time
 
 from office import Failed, wait_for
 
-EDIT, BUTTON = 58, 45  # Roles of accessible objects are looked up by name below; these are only for speed.
+ROLE_TEXT, FOCUSED = 60, 11  # com.sun.star.accessibility
 
 
 class Screen:
@@ -45,6 +45,20 @@ class Screen:
     def click(self, x, y):
         self._run("xdotool", "mousemove", str(x), str(y), "click", "1")
         time.sleep(0.4)
+
+    def click_with(self, key, x, y):
+        self._run("xdotool", "keydown", key)
+        self.click(x, y)
+        self._run("xdotool", "keyup", key)
+
+    def resize(self, window, width, height):
+        self._run("xdotool", "search", "--onlyvisible", "--name", window, "windowsize", str(width), str(height))
+        time.sleep(0.5)
+
+    def size_of(self, window):
+        numbers = self._run("xdotool", "search", "--onlyvisible", "--name", window).split()
+        shape = dict(line.split("=") for line in self._run("xdotool", "getwindowgeometry", "--shell", numbers[-1]).split())
+        return int(shape["WIDTH"]), int(shape["HEIGHT"])
 
     def drag(self, left, top, right, bottom):
         self._run("xdotool", "mousemove", str(left), str(top), "mousedown", "1")
@@ -125,6 +139,32 @@ class Controls:
         context = wait_for(lambda: self.find(name, role), f"a control called {name}")
         place, size = context.getLocationOnScreen(), context.getSize()
         self.screen.click(place.X + size.Width // 2, place.Y + size.Height // 2)
+
+    def has_focus(self, name):
+        window = self.toolkit.getActiveTopWindow()
+        return window is not None and any(one.getAccessibleName() == name and one.getAccessibleStateSet().contains(FOCUSED)
+                                          for one in self._walk(window))
+
+    def top(self, name):
+        return wait_for(lambda: self.find(name, ROLE_TEXT), f"a field called {name}").getLocationOnScreen().Y
+
+    def click_cell(self, document, column, row, key=None):
+        """A cell of the shown sheet that is in sight, by column and row from 0."""
+        if not key:
+            # Where cells stand on the screen is told right of a window that has been clicked into.
+            self._click_cell(document, column, row)
+        self._click_cell(document, column, row, key)
+
+    def _click_cell(self, document, column, row, key=None):
+        window = document.CurrentController.Frame.ContainerWindow
+        grid = wait_for(lambda: next((one for one in self._walk(window) if hasattr(one, "getAccessibleCellAt")), None), "the sheet")
+        cell = grid.getAccessibleCellAt(row, column).getAccessibleContext()
+        place, size = cell.getLocationOnScreen(), cell.getSize()
+        x, y = place.X + size.Width // 2, place.Y + size.Height // 2
+        if key:
+            self.screen.click_with(key, x, y)
+        else:
+            self.screen.click(x, y)
 
     def span(self, name):
         """Where a control begins and ends on the screen, from left to right."""

@@ -59,7 +59,7 @@ class TestHandler final : public cppu::WeakImplHelper3<star::frame::XDispatchPro
 
  private:
   int run(const Arguments& arguments) {
-    testedOffice().office = {context_, {}};
+    testedOffice().office = {context_, {}, {}};
     testedOffice().parent.set(frame_->getContainerWindow(), uno::UNO_QUERY);
     std::vector<std::string> texts{"mervane_calc_tests"};
     for (const star::beans::PropertyValue& argument : arguments) {
