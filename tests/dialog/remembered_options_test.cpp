@@ -69,9 +69,25 @@ TEST_F(RememberedOptions, ABadValueIsRefusedWithWhatItTakesAndNothingIsStored) {
   EXPECT_EQ(refusalOf("clusters", "1"), "CLUSTERS takes a whole number above 1 and below 999, not \"1\".");
   EXPECT_THAT(refusalOf("LEARNINGRATE", "fast"), HasSubstr("takes a number above 1E-05 and below 0.99999"));
   EXPECT_THAT(refusalOf("USECONVEX", "maybe"), HasSubstr("takes 1 or 0"));
-  EXPECT_THAT(refusalOf("ACTIVATIONFUNCTION", "5"), HasSubstr("from 1 to 4"));
+  for (const char* code : {"5", "0", "22", "", "x"}) {
+    EXPECT_THAT(refusalOf("ACTIVATIONFUNCTION", code), HasSubstr("from 1 to 4"));
+  }
   EXPECT_THAT(refusalOf("left", "here"), HasSubstr("twips"));
   EXPECT_THAT(refusalOf("COLOUR", "red"), HasSubstr("no setting \"COLOUR\""));
+  EXPECT_FALSE(machine.keyStore->hasKey(MemoryKeyStore::user, "Software"));
+}
+
+TEST_F(RememberedOptions, EveryFunctionOfTheListIsTaken) {
+  for (const char* code : {"1", "2", "3", "4"}) {
+    dialog::remember("ACTIVATIONFUNCTION", code);
+    EXPECT_EQ(listed("ACTIVATIONFUNCTION"), Variant(code));
+  }
+}
+
+TEST_F(RememberedOptions, AValueCanBeCheckedWithoutBeingRemembered) {
+  dialog::checkRemembered("CLUSTERS", "7");
+  EXPECT_THROW(dialog::checkRemembered("CLUSTERS", "1"), Failure);
+  EXPECT_THROW(dialog::checkRemembered("COLOUR", "red"), Failure);
   EXPECT_FALSE(machine.keyStore->hasKey(MemoryKeyStore::user, "Software"));
 }
 
