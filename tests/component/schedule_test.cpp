@@ -23,6 +23,10 @@ TEST_F(Schedule, TheRadiusIsAProductOverAProduct) {
   // 2 x 4.5 is exactly 9, and 3 x 1.2 a hair below 3.6: the quotient is a hair above the tie 2.5. One division after
   // the other, or the quotient of the counts first, gives 2.5 and so 2.
   EXPECT_EQ(callsOfRun("SetRadius(", 3).front(), "SetRadius(3)");
+  // 18 over a hair less than 7.2. Three times the quotient of 6 and that is 2.5 again.
+  engine->calls.clear();
+  classifier->LearningRadius(6.0);
+  EXPECT_EQ(callsOfRun("SetRadius(", 6)[2], "SetRadius(3)");
 }
 
 TEST_F(Schedule, TheRateIsAShareOfOneTimesTheStartRate) {
