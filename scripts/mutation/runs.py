@@ -75,7 +75,8 @@ class Tests:
         quick = []
         while names and sum(self.seconds[one] for one in quick) < usual / 4:
             quick.append(names.pop(0))
-        return any(self.run(mutant, part, 1 + 4 * usual) != 0 for part in (quick, names) if part)
+        parts = [part for part in (quick, names) if part]
+        return any(self.run(mutant, part, 1 + 4 * sum(self.seconds[one] for one in part)) != 0 for part in parts)
 
 
 def without_effect() -> dict[str, str]:
