@@ -27,9 +27,9 @@
 #include "calc/texts.h"
 #include "calc/window/dialog_closer.h"
 #include "calc/window/message.h"
-#include "checks/refusal.h"
 #include "engine/create_network_engine.h"
-#include "hosts/book/book_cells.h"
+#include "guard/book_cells.h"
+#include "guard/refusal.h"
 #include "hosts/calc/calc_host.h"
 #include "mervane/classifier3.h"
 #include "mervane/letter_case.h"
@@ -233,8 +233,8 @@ void ClusterizeSession::show(const std::string& sheet) {
 /// Where the trouble lies that the component tells of.
 std::string ClusterizeSession::why(const std::string& message) const {
   const auto cells = host_->cells();
-  return checks::whyRefused(*cells, {.inputs = "Inputs", .outputs = "Outputs"}, message, classifier_->CellInputs(),
-                            classifier_->CellOutputs());
+  return guard::whyRefused(*cells, {.inputs = "Inputs", .outputs = "Outputs"}, message, classifier_->CellInputs(),
+                           classifier_->CellOutputs());
 }
 
 /// The host's loop, as far as it goes without the user's picking a range.

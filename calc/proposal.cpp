@@ -7,7 +7,7 @@
 
 #include "calc/references.h"
 #include "calc/sheet_cells.h"
-#include "checks/counting_columns.h"
+#include "guard/counting_columns.h"
 
 namespace mervane::addin {
 
@@ -65,9 +65,9 @@ std::optional<CellRangeAddress> numbersIn(const SheetCells& cells, const CellRan
   for (sal_Int32 firstRow = range.StartRow; firstRow <= range.StartRow + mostHeadings && firstRow < lastRow;
        ++firstRow) {
     const auto block =
-        checks::widestRun({firstRow, range.StartColumn, lastRow, range.EndColumn}, [&](std::int32_t column) {
+        guard::widestRun({firstRow, range.StartColumn, lastRow, range.EndColumn}, [&](std::int32_t column) {
           return results.listingColumns.count(column) == 0 && cells.isNumericColumn(column, firstRow, lastRow) &&
-                 !checks::countsRows(cells.numbers(column, firstRow, lastRow));
+                 !guard::countsRows(cells.numbers(column, firstRow, lastRow));
         });
     if (block && (!best || block->cells() > best->cells())) best = block;
   }

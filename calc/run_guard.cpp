@@ -4,10 +4,10 @@
 #include <optional>
 #include <vector>
 
-#include "checks/refusal.h"
-#include "checks/text_display.h"
 #include "guard/harms.h"
 #include "guard/proposal.h"
+#include "guard/refusal.h"
+#include "guard/text_display.h"
 #include "mervane/convert.h"
 #include "support/globals.h"
 
@@ -15,9 +15,9 @@ namespace mervane::addin {
 
 namespace {
 
+using guard::BookCells;
 using guard::Harm;
 using guard::Plan;
-using hosts::BookCells;
 using platform::OptionItems;
 using sheet::CellAddress;
 using sheet::CellArea;
@@ -57,7 +57,7 @@ std::optional<Plan> planOf(const OptionItems& options, BookCells& cells, const A
   const auto inputs = cells.find(inputsText);
   if (!inputs) return std::nullopt;
   activate(inputs->sheet);
-  if (!checks::whyRefused(cells, {}, {}, inputsText, outputsText).empty()) return std::nullopt;
+  if (!guard::whyRefused(cells, {}, {}, inputsText, outputsText).empty()) return std::nullopt;
   const auto outputs = cells.find(outputsText);
   if (!outputs || isOneValue(cells, *inputs)) return std::nullopt;
   Plan plan;
@@ -85,11 +85,11 @@ std::string insteadOf(const OptionItems& options, const Plan& plan, guard::BookF
   };
   if (harmless->outputs != plan.outputs || harmless->outputSheet != plan.outputSheet) {
     const CellAddress at = harmless->outputs;
-    add("with Outputs " + checks::referenceOf({harmless->outputSheet, {at.row, at.column, at.row, at.column}}));
+    add("with Outputs " + guard::referenceOf({harmless->outputSheet, {at.row, at.column, at.row, at.column}}));
   }
   for (const Switch& one : switches) {
     if (plan.*one.planned == (*harmless).*one.planned) continue;
-    add(((*harmless).*one.planned ? "with " : "without ") + checks::quoted(options.Item(one.key).Caption));
+    add(((*harmless).*one.planned ? "with " : "without ") + guard::quoted(options.Item(one.key).Caption));
   }
   return changes > mostChanges ? std::string() : text;
 }
@@ -97,7 +97,7 @@ std::string insteadOf(const OptionItems& options, const Plan& plan, guard::BookF
 std::string listed(const std::vector<Harm>& harms, bool forbidden) {
   std::string text;
   for (const Harm& harm : harms) {
-    if (harm.isForbidden == forbidden) text += "\n- " + checks::printable(harm.text);
+    if (harm.isForbidden == forbidden) text += "\n- " + guard::printable(harm.text);
   }
   return text;
 }
@@ -145,7 +145,7 @@ Objections objectionsTo(const OptionItems& options, BookCells& cells, guard::Boo
   }
   if (!torn.empty()) {
     objections.tornApart = "The run would tear rows apart:" + torn + "\n\nIt would not without " +
-                           checks::quoted(options.Item("SORTCLUSTERS").Caption) + "." + goOn;
+                           guard::quoted(options.Item("SORTCLUSTERS").Caption) + "." + goOn;
   }
   return objections;
 }

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
+#include "guard/book_cells.h"
 #include "guard/facts.h"
-#include "hosts/book/book_cells.h"
 #include "platform/option_item.h"
 
 namespace mervane::addin {
@@ -24,7 +24,7 @@ using ActivateSheet = std::function<void(const std::string& sheet)>;
 
 /// Looks at what a run with these options would do to the document. The sheet of the inputs is made the active one
 /// first. References that the component itself is about to refuse are left to it.
-[[nodiscard]] Objections objectionsTo(const platform::OptionItems& options, hosts::BookCells& cells,
+[[nodiscard]] Objections objectionsTo(const platform::OptionItems& options, guard::BookCells& cells,
                                       guard::BookFacts& facts, const ActivateSheet& activate);
 
 }  // namespace mervane::addin

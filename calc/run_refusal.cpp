@@ -1,7 +1,7 @@
 #include "calc/run_refusal.h"
 
 #include "calc/references.h"
-#include "checks/cluster_count.h"
+#include "guard/cluster_count.h"
 #include "mervane/convert.h"
 #include "support/globals.h"
 
@@ -15,8 +15,8 @@ std::optional<Refusal> runRefusal(const uno::Reference<star::frame::XModel>& doc
   const auto inputs = range("INPUTS");
   if (!inputs || !range("OUTPUTS")) return std::nullopt;
   const std::string trouble =
-      checks::clusterCountTrouble(toInt32(items.Item("CLUSTERS").Value, globals::locale()),
-                                  inputs->EndRow - inputs->StartRow + 1, items.Item("DRAWCHARTS").Checked);
+      guard::clusterCountTrouble(toInt32(items.Item("CLUSTERS").Value, globals::locale()),
+                                 inputs->EndRow - inputs->StartRow + 1, items.Item("DRAWCHARTS").Checked);
   if (trouble.empty()) return std::nullopt;
   return Refusal{.key = "CLUSTERS", .sentence = "Clusters: " + trouble + "."};
 }

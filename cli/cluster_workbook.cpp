@@ -1,7 +1,6 @@
 #include <memory>
 #include <utility>
 
-#include "checks/refusal.h"
 #include "cli/commands.h"
 #include "cli/dry_run.h"
 #include "cli/outcome.h"
@@ -14,6 +13,7 @@
 #include "cli/workbook_ranges.h"
 #include "cli/workbook_rows.h"
 #include "cli/workbook_session.h"
+#include "guard/refusal.h"
 
 namespace mervane::cli {
 namespace {
@@ -117,7 +117,7 @@ class WorkbookCommand {
     const std::string& outputs = changes.outputs.empty() ? held.outputs : changes.outputs;
     const auto place = book_->find(inputs);
     // What the component's own check is about to refuse needs no words here.
-    if (!place || !checks::referenceTrouble(*book_, "--inputs", inputs).empty()) return changes;
+    if (!place || !guard::referenceTrouble(*book_, "--inputs", inputs).empty()) return changes;
     talk_.detail("clustering " + printable(inputs) + ", writing to " + printable(outputs));
     inputNames_ = columnNames(*book_, *place);
     for (std::string& name : inputNames_) name = printable(name);

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "checks/refusal.h"
 #include "cli/problem.h"
 #include "cli/talk.h"
 #include "cli/terminal.h"
 #include "cli/text_display.h"
 #include "cli/workbook_ranges.h"
 #include "guard/proposal.h"
+#include "guard/refusal.h"
 
 namespace mervane::cli {
 namespace {
@@ -89,7 +89,7 @@ DialogEntries RunGuard::look(const HeldEntries& held) {
   const std::string inputs = held.inputs.empty() ? changes.inputs : held.inputs;
   const auto place = book_.find(inputs);
   // What the component's own check is about to refuse needs no words here.
-  if (!place || !checks::referenceTrouble(book_, "--inputs", inputs).empty()) return changes;
+  if (!place || !guard::referenceTrouble(book_, "--inputs", inputs).empty()) return changes;
   // NB: the run looks for old charts and for a filter on whichever sheet is active.
   book_.activate(place->sheet);
 
@@ -105,7 +105,7 @@ DialogEntries RunGuard::look(const HeldEntries& held) {
   } else {
     if (held.inputs.empty()) agree("--inputs " + cli::quoted(inputs), true, false);
     const auto listing = book_.find(held.outputs);
-    if (!listing || !checks::referenceTrouble(book_, "--outputs", held.outputs).empty()) return changes;
+    if (!listing || !guard::referenceTrouble(book_, "--outputs", held.outputs).empty()) return changes;
     plan.outputSheet = listing->sheet;
     plan.outputs = {listing->area.firstRow, listing->area.firstColumn};
   }

@@ -1,13 +1,13 @@
 #include <string>
 #include <vector>
 
-#include "checks/proposed_numbers.h"
 #include "cli/commands.h"
 #include "cli/json_text.h"
 #include "cli/output_file.h"
 #include "cli/text_display.h"
 #include "cli/workbook_file.h"
 #include "cli/workbook_ranges.h"
+#include "guard/proposed_numbers.h"
 
 namespace mervane::cli {
 namespace {
@@ -36,7 +36,7 @@ void writeText(OpenBook& book, OutputFile& out) {
               counted(info.used->rows(), "row", "rows") + ", " + counted(info.used->columns(), "column", "columns") +
               "\n");
     out.write("    first row  " + headersText(info.headers) + "\n");
-    if (const auto block = checks::proposedNumbers(book, info.name)) {
+    if (const auto block = guard::proposedNumbers(book, info.name)) {
       out.write("    numbers    " + printable(referenceOf({info.name, *block})) + "\n");
     }
   }
@@ -45,7 +45,7 @@ void writeText(OpenBook& book, OutputFile& out) {
 std::string jsonOf(OpenBook& book, const OpenBook::SheetInfo& info) {
   std::string headers;
   for (const std::string& header : info.headers) headers += (headers.empty() ? "" : ",") + jsonString(header);
-  const auto block = checks::proposedNumbers(book, info.name);
+  const auto block = guard::proposedNumbers(book, info.name);
   return "{\"name\":" + jsonString(info.name) + ",\"active\":" + (info.isActive ? "true" : "false") +
          ",\"used\":" + (info.used ? jsonString(sheet::a1(*info.used)) : "null") + ",\"headers\":[" + headers +
          "],\"numbers\":" + (block ? jsonString(sheet::a1(*block)) : "null") + "}";

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "checks/text_display.h"
+#include "guard/text_display.h"
 
 /// The program shows texts by the rules of all hosts.
 namespace mervane::cli {
 
-using checks::counted;
-using checks::cutToWidth;
-using checks::decimal;
-using checks::displayWidth;
-using checks::grouped;
-using checks::isUtf8;
-using checks::nameForMessage;
-using checks::printable;
-using checks::quoted;
+using guard::counted;
+using guard::cutToWidth;
+using guard::decimal;
+using guard::displayWidth;
+using guard::grouped;
+using guard::isUtf8;
+using guard::nameForMessage;
+using guard::printable;
+using guard::quoted;
 
 }  // namespace mervane::cli

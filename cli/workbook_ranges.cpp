@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "checks/proposed_numbers.h"
 #include "cli/text_display.h"
+#include "guard/proposed_numbers.h"
 
 namespace mervane::cli {
 namespace {
@@ -49,7 +49,7 @@ std::string columnsText(const std::vector<std::string>& columns) {
 
 std::optional<OpenBook::Place> proposedInputs(OpenBook& book) {
   const std::string sheet = book.activeSheetName();
-  const auto block = checks::proposedNumbers(book, sheet);
+  const auto block = guard::proposedNumbers(book, sheet);
   if (!block) return std::nullopt;
   return OpenBook::Place{sheet, *block};
 }

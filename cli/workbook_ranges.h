@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "checks/refusal.h"
+#include "guard/refusal.h"
 #include "hosts/book/open_book.h"
 
 /// Where a run reads and writes, as far as the program itself has to know it.
 namespace mervane::cli {
 
-using checks::lastReferenceColumn;
-using checks::lastReferenceRow;
-using checks::referenceOf;
+using guard::lastReferenceColumn;
+using guard::lastReferenceRow;
+using guard::referenceOf;
 
 /// The one rectangular block of numbers on the active sheet, without columns that only count its rows.
 [[nodiscard]] std::optional<hosts::OpenBook::Place> proposedInputs(hosts::OpenBook& book);

@@ -4,12 +4,12 @@
 #include <optional>
 #include <utility>
 
-#include "checks/cluster_count.h"
-#include "checks/refusal.h"
 #include "cli/problem.h"
 #include "cli/talk.h"
 #include "cli/training_watch.h"
 #include "dialog/store_without_places.h"
+#include "guard/cluster_count.h"
+#include "guard/refusal.h"
 #include "mervane/classifier3.h"
 #include "mervane/convert.h"
 #include "mervane/failure.h"
@@ -122,14 +122,14 @@ void WorkbookSession::requireFittingClusterCount(const platform::HeadlessOptionW
   if (!place || !book_.find(textOf(window, "OUTPUTS"))) return;
   const std::int32_t clusters = toInt32(window.options().Item("CLUSTERS").Value, globals::locale());
   const std::string trouble =
-      checks::clusterCountTrouble(clusters, place->area.rows(), window.options().Item("DRAWCHARTS").Checked);
+      guard::clusterCountTrouble(clusters, place->area.rows(), window.options().Item("DRAWCHARTS").Checked);
   if (!trouble.empty()) throw Problem(ExitStatus::usage, "--clusters: " + trouble);
 }
 
 void WorkbookSession::refuse(Classifier3& classifier) {
   const std::string where =
-      checks::whyRefused(book_, {.inputs = "--inputs", .outputs = "--outputs"}, services_.message_->text(),
-                         classifier.CellInputs(), classifier.CellOutputs());
+      guard::whyRefused(book_, {.inputs = "--inputs", .outputs = "--outputs"}, services_.message_->text(),
+                        classifier.CellInputs(), classifier.CellOutputs());
   throw Problem(ExitStatus::dataRefused, services_.message_->text(), where);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "guard/text_display.h"
 #include "guard/words.h"
 
 namespace mervane::guard {

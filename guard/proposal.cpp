@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "guard/harms.h"
+#include "guard/reference_limits.h"
 
 namespace mervane::guard {
 

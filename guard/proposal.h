@@ -7,9 +7,6 @@
 
 namespace mervane::guard {
 
-/// The last column that a reference may name, ZZ.
-inline constexpr std::int32_t lastReferenceColumn = 702;
-
 /// A first cell for the listing beside whatever stands on the sheet of the inputs, in their first row, with one column
 /// free in between, so that neither listing nor charts touch anything. Nothing where that is beyond column ZZ.
 [[nodiscard]] std::optional<CellAddress> proposedOutputs(const Plan& plan, BookFacts& book);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "guard/text_display.h"
+
 namespace mervane::guard {
 
 std::string placeOf(std::string_view sheet, const CellArea& area) {
@@ -11,15 +13,6 @@ std::string placeOf(std::string_view sheet, const CellArea& area) {
 
 std::string placeOf(std::string_view sheet, CellAddress at) {
   return sheet::quotedSheetName(sheet) + "!" + sheet::a1(at);
-}
-
-std::string quoted(std::string_view text) {
-  constexpr std::size_t most = 40;
-  if (text.size() <= most) return "\"" + std::string(text) + "\"";
-  std::size_t end = most;
-  const auto continues = [&](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U; };
-  while (end > 0 && continues(end)) --end;
-  return "\"" + std::string(text.substr(0, end)) + "...\"";
 }
 
 std::string formulasText(const FormulaList& formulas) {

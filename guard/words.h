@@ -11,8 +11,6 @@ namespace mervane::guard {
 /// "Data!B8:E22".
 [[nodiscard]] std::string placeOf(std::string_view sheet, const CellArea& area);
 [[nodiscard]] std::string placeOf(std::string_view sheet, CellAddress at);
-/// In double quotes, cut behind 40 bytes or so, never inside a character.
-[[nodiscard]] std::string quoted(std::string_view text);
 /// "Data!A3 "=B2", Data!A4 "=B3", ...".
 [[nodiscard]] std::string formulasText(const FormulaList& formulas);
 /// "3 cells of Data!B8:E22: B8 "Total", C8 "7", ...".

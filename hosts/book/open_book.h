@@ -7,16 +7,19 @@
 #include <string_view>
 #include <vector>
 
+#include "guard/book_cells.h"
 #include "guard/facts.h"
-#include "hosts/book/book_cells.h"
 #include "hosts/book/save_watch.h"
 #include "spreadsheet/object.h"
 
 namespace mervane::hosts {
 
+using sheet::CellAddress;
+using sheet::CellArea;
+
 /// A spreadsheet file that a program has open: its object model, what a run could harm in it, and what is written to
 /// the file.
-class OpenBook : public BookCells, public guard::BookFacts {
+class OpenBook : public guard::BookCells, public guard::BookFacts {
  public:
   /// Makes the sheet the active one. Raises subscriptOutOfRange for an unknown sheet.
   virtual void activate(std::string_view sheet) = 0;

@@ -20,7 +20,7 @@ sheet::ObjectRef CalcHost::application() const {
   return application_;
 }
 
-std::unique_ptr<hosts::BookCells> CalcHost::cells() const {
+std::unique_ptr<guard::BookCells> CalcHost::cells() const {
   return std::make_unique<CalcCells>(session_);
 }
 

@@ -16,11 +16,9 @@ class XModel;
 }  // namespace com::sun::star
 
 namespace mervane::guard {
-class BookFacts;
-}
-namespace mervane::hosts {
 class BookCells;
-}
+class BookFacts;
+}  // namespace mervane::guard
 
 namespace mervane::calc {
 
@@ -46,7 +44,7 @@ class CalcHost {
   [[nodiscard]] sheet::ObjectRef application() const;
 
   /// The document's sheets, to look at; what waits is written first where it matters.
-  [[nodiscard]] std::unique_ptr<hosts::BookCells> cells() const;
+  [[nodiscard]] std::unique_ptr<guard::BookCells> cells() const;
   /// What stands in the sheets, for the rules of what a run may harm.
   [[nodiscard]] std::unique_ptr<guard::BookFacts> facts() const;
 

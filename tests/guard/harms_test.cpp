@@ -58,7 +58,8 @@ TEST_F(Harms, OnlyTheFirstCellsAreNamedAndLongTextsAreCutAtACharacter) {
   const std::string longText = "123456789 123456789 123456789 123456789\xC3\xA9 and more";
   for (std::int32_t row = 2; row <= 7; ++row) book.data().cells[{row, 6}] = {row == 2 ? longText : "9"};
   EXPECT_EQ(only().text,
-            "the listing would overwrite 6 cells of Data!F1:F7: F2 \"123456789 123456789 123456789 123456789...\", "
+            "the listing would overwrite 6 cells of Data!F1:F7: F2 \"123456789 123456789 123456789 "
+            "123456789\xC3\xA9\xE2\x80\xA6\", "
             "F3 \"9\", F4 \"9\", F5 \"9\", F6 \"9\", ...");
 }
 

@@ -9,7 +9,7 @@
 #include "mervane/variant.h"
 #include "spreadsheet/cell_address.h"
 
-namespace mervane::hosts {
+namespace mervane::guard {
 
 using sheet::CellAddress;
 using sheet::CellArea;
@@ -48,4 +48,4 @@ class BookCells {
   [[nodiscard]] virtual std::optional<CellArea> numericBlock(std::string_view sheet) = 0;
 };
 
-}  // namespace mervane::hosts
+}  // namespace mervane::guard

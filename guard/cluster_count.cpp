@@ -1,8 +1,8 @@
-#include "checks/cluster_count.h"
+#include "guard/cluster_count.h"
 
-#include "checks/text_display.h"
+#include "guard/text_display.h"
 
-namespace mervane::checks {
+namespace mervane::guard {
 
 namespace {
 constexpr std::int32_t fewestClusters = 2;
@@ -22,4 +22,4 @@ std::string clusterCountTrouble(std::int32_t clusters, std::int32_t rows, bool d
   return {};
 }
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

@@ -1,4 +1,4 @@
-#include "checks/refusal.h"
+#include "guard/refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,17 +6,16 @@
 #include <optional>
 #include <vector>
 
-#include "checks/text_display.h"
+#include "guard/text_display.h"
 #include "mervane/convert.h"
 #include "mervane/failure.h"
 #include "mervane/letter_case.h"
 #include "mervane/published_errors.h"
 #include "support/globals.h"
 
-namespace mervane::checks {
+namespace mervane::guard {
 namespace {
 
-using hosts::BookCells;
 using sheet::CellAddress;
 using sheet::CellArea;
 
@@ -103,8 +102,8 @@ std::string nearestSheet(const BookCells& book, const std::string& wanted) {
   const auto far = [&](const std::string& name) { return distance(lowered(name), lowered(wanted)); };
   const auto nearest = std::ranges::min_element(names, {}, far);
   if (nearest == names.end()) return "; the workbook has no worksheet";
-  if (names.size() == 1) return "; the only one is " + checks::quoted(*nearest);
-  return "; the nearest name is " + checks::quoted(*nearest);
+  if (names.size() == 1) return "; the only one is " + guard::quoted(*nearest);
+  return "; the nearest name is " + guard::quoted(*nearest);
 }
 
 std::string unquotedSheet(std::string sheet) {
@@ -122,7 +121,7 @@ std::string cellTrouble(BookCells& book, const std::string& sheet, CellAddress a
   } catch (const Failure& failure) {
     return failure.description();
   }
-  const std::string text = checks::quoted(book.cellText(sheet, at));
+  const std::string text = guard::quoted(book.cellText(sheet, at));
   if (!isNumeric(value, globals::locale())) {
     if (value.getIf<Date>() != nullptr) return "date " + text + " is not a number";
     if (value.getIf<ErrorValue>() != nullptr) return "error " + text + " is not a number";
@@ -186,7 +185,7 @@ std::string referenceTrouble(BookCells& book, std::string_view called, const std
   const auto first = rowDigits(cells.substr(0, colon));
   const auto second = colon == std::string_view::npos ? first : rowDigits(cells.substr(colon + 1));
   if (!first || !second || mark == 0) {
-    return name + ": " + checks::quoted(reference) + " is not a reference such as Sheet1!A2:D151" +
+    return name + ": " + guard::quoted(reference) + " is not a reference such as Sheet1!A2:D151" +
            instead(book, reference);
   }
   for (const std::string_view digits : {*first, *second}) {
@@ -198,7 +197,7 @@ std::string referenceTrouble(BookCells& book, std::string_view called, const std
   const std::vector<std::string> names = book.sheetNames();
   const bool isKnown =
       std::ranges::any_of(names, [&](const std::string& one) { return lowered(one) == lowered(sheet); });
-  return isKnown ? std::string() : name + ": there is no sheet " + checks::quoted(sheet) + nearestSheet(book, sheet);
+  return isKnown ? std::string() : name + ": there is no sheet " + guard::quoted(sheet) + nearestSheet(book, sheet);
 }
 
 std::string whyRefused(BookCells& book, const ReferenceNames& names, const std::string& message,
@@ -207,7 +206,7 @@ std::string whyRefused(BookCells& book, const ReferenceNames& names, const std::
   std::string trouble = referenceTrouble(book, names.inputs, inputs);
   if (!trouble.empty()) return trouble;
   const auto place = book.find(inputs);
-  if (!place) return std::string(names.inputs) + ": " + checks::quoted(inputs) + " names no cells";
+  if (!place) return std::string(names.inputs) + ": " + guard::quoted(inputs) + " names no cells";
   trouble = firstBadCell(book, *place);
   if (!trouble.empty()) return trouble;
   trouble = referenceTrouble(book, names.outputs, outputs);
@@ -215,4 +214,4 @@ std::string whyRefused(BookCells& book, const ReferenceNames& names, const std::
   return message == published::repeatedInputs.description ? equalValues(book, *place) : std::string();
 }
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

@@ -7,7 +7,7 @@
 
 #include "spreadsheet/cell_address.h"
 
-namespace mervane::checks {
+namespace mervane::guard {
 
 /// Whether a column of numbers only counts its rows: whole numbers that follow each other by one. Ten rows and more
 /// may stand in any order, as a sort leaves them; of fewer than three nothing is said.
@@ -18,4 +18,4 @@ namespace mervane::checks {
 [[nodiscard]] std::optional<sheet::CellArea> widestRun(const sheet::CellArea& area,
                                                        const std::function<bool(std::int32_t column)>& isMeasured);
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

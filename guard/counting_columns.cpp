@@ -1,11 +1,11 @@
-#include "checks/counting_columns.h"
+#include "guard/counting_columns.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
 
-namespace mervane::checks {
+namespace mervane::guard {
 
 bool countsRows(std::span<const double> column) {
   constexpr std::size_t fewestInOrder = 3;
@@ -32,4 +32,4 @@ std::optional<sheet::CellArea> widestRun(const sheet::CellArea& area,
   return widest;
 }
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

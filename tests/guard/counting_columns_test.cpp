@@ -1,11 +1,11 @@
-#include "checks/counting_columns.h"
+#include "guard/counting_columns.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <vector>
 
-namespace mervane::checks {
+namespace mervane::guard {
 namespace {
 
 using Column = std::vector<double>;
@@ -48,4 +48,4 @@ TEST(CountingColumns, TheWidestRunOfTheOthersIsTakenAndOfEqualsTheLeftmost) {
 }
 
 }  // namespace
-}  // namespace mervane::checks
+}  // namespace mervane::guard

@@ -1,11 +1,11 @@
-#include "checks/text_display.h"
+#include "guard/text_display.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
 
-namespace mervane::checks {
+namespace mervane::guard {
 namespace {
 
 constexpr std::string_view ellipsis = "\u2026";
@@ -178,4 +178,4 @@ std::string counted(long long number, std::string_view singular, std::string_vie
   return grouped(number) + " " + std::string(number == 1 ? singular : plural);
 }
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

@@ -1,14 +1,14 @@
-#include "checks/proposed_numbers.h"
+#include "guard/proposed_numbers.h"
 
 #include <vector>
 
-#include "checks/counting_columns.h"
+#include "guard/counting_columns.h"
 #include "mervane/convert.h"
 #include "support/globals.h"
 
-namespace mervane::checks {
+namespace mervane::guard {
 
-std::optional<sheet::CellArea> proposedNumbers(hosts::BookCells& book, std::string_view sheet) {
+std::optional<sheet::CellArea> proposedNumbers(BookCells& book, std::string_view sheet) {
   const auto block = book.numericBlock(sheet);
   if (!block) return std::nullopt;
   return widestRun(*block, [&](std::int32_t column) {
@@ -20,4 +20,4 @@ std::optional<sheet::CellArea> proposedNumbers(hosts::BookCells& book, std::stri
   });
 }
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

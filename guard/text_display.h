@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Text of the user's as it may be shown: on one line, of bounded length, and without a byte that a terminal obeys.
-namespace mervane::checks {
+namespace mervane::guard {
 
 /// Control characters, line ends and bytes that are no UTF-8 become visible stand-ins.
 [[nodiscard]] std::string printable(std::string_view text);
@@ -29,4 +29,4 @@ namespace mervane::checks {
 /// "1 row", "2 rows".
 [[nodiscard]] std::string counted(long long number, std::string_view singular, std::string_view plural);
 
-}  // namespace mervane::checks
+}  // namespace mervane::guard

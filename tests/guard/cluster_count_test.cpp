@@ -1,8 +1,8 @@
-#include "checks/cluster_count.h"
+#include "guard/cluster_count.h"
 
 #include <gtest/gtest.h>
 
-namespace mervane::checks {
+namespace mervane::guard {
 namespace {
 
 TEST(ClusterCount, AsManyClustersAsRowsAreTakenAndOneMoreIsRefused) {
@@ -24,4 +24,4 @@ TEST(ClusterCount, AChartHasRoomForOnlySoMany) {
 }
 
 }  // namespace
-}  // namespace mervane::checks
+}  // namespace mervane::guard
