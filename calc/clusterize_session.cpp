@@ -20,6 +20,7 @@
 #include "calc/proposal.h"
 #include "calc/references.h"
 #include "calc/remembered_ranges.h"
+#include "calc/run_consent.h"
 #include "calc/run_guard.h"
 #include "calc/run_refusal.h"
 #include "calc/run_watch.h"
@@ -182,30 +183,25 @@ void ClusterizeSession::propose() {
   classifier_->CellOutputs(ranges.outputs);
 }
 
-/// Asked when "Clusterize" has been pressed. What cannot be looked at is left to the run itself.
+/// Asked when "Clusterize" has been pressed.
 bool ClusterizeSession::mayRun(const platform::OptionItems& options) {
-  Objections objections;
+  std::optional<Objections> objections;
   atBorder([&] {
     host_->flush();  // What was known of the document may have changed while the dialog was open.
     const auto cells = host_->cells();
     const auto facts = host_->facts();
     objections = objectionsTo(options, *cells, *facts, [this](const std::string& sheet) { show(sheet); });
   });
-  if (!objections.refusal.empty()) {
-    if (request_.silent) report_ = objections.refusal;
-    if (!request_.silent) static_cast<void>(ask(objections.refusal, awt::MessageBoxButtons::BUTTONS_OK));
-    return false;
-  }
-  if (request_.silent) {
-    if (request_.overwrites || objections.question.empty()) return true;
-    report_ = objections.question.substr(0, objections.question.rfind("\n\n")) +
-              "\n\nGive the option Overwrite with true to let it go.";
-    return false;
-  }
-  const std::string& question = objections.question.empty() ? objections.tornApart : objections.question;
-  if (question.empty()) return true;
-  const sal_Int32 buttons = awt::MessageBoxButtons::BUTTONS_YES_NO | awt::MessageBoxButtons::DEFAULT_BUTTON_NO;
-  return ask(question, buttons) == awt::MessageBoxResults::YES;
+  const auto tell = [this](const std::string& refusal) {
+    if (request_.silent) report_ = refusal;
+    if (!request_.silent) static_cast<void>(ask(refusal, awt::MessageBoxButtons::BUTTONS_OK));
+  };
+  const auto askWhether = [this](const std::string& question) {
+    const sal_Int32 buttons = awt::MessageBoxButtons::BUTTONS_YES_NO | awt::MessageBoxButtons::DEFAULT_BUTTON_NO;
+    return ask(question, buttons) == awt::MessageBoxResults::YES;
+  };
+  return isAgreed(objections,
+                  {.silent = request_.silent, .overwrites = request_.overwrites, .tell = tell, .ask = askWhether});
 }
 
 /// Before the dialog, which is open then.

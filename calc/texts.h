@@ -42,6 +42,14 @@ inline constexpr Text refusedWithoutReason{"LibreOffice refused a step without s
                                            "LibreOffice hat einen Schritt verweigert und sagt nicht, weshalb."};
 inline constexpr Text isClustering{"Mervane is clustering in this document.", "Mervane arbeitet in diesem Dokument."};
 
+inline constexpr Text notLookedAt{
+    "What the run would remove or overwrite could not be found out. Save the document first.",
+    "Es ließ sich nicht feststellen, was das Gruppieren entfernen oder überschreiben würde. Speichern Sie das Dokument "
+    "vorher."};
+inline constexpr Text goOn{"Clusterize all the same?", "Trotzdem gruppieren?"};
+inline constexpr Text giveOverwrite{"Give the option Overwrite with true to let it go.",
+                                    "Mit der Option Overwrite und dem Wert True wird es dennoch getan."};
+
 inline constexpr Text pickInputs{"Mervane: pick the numbers, then Enter", "Mervane: Zahlen auswählen, dann Eingabe"};
 inline constexpr Text pickOutputs{"Mervane: pick the first cell of results", "Mervane: erste Zelle der Ergebnisse"};
 inline constexpr Text pickedElsewhere{
