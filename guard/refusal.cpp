@@ -121,14 +121,15 @@ std::string cellTrouble(BookCells& book, const std::string& sheet, CellAddress a
   } catch (const Failure& failure) {
     return failure.description();
   }
-  const std::string text = guard::quoted(book.cellText(sheet, at));
+  // Most cells are numbers, and what a cell shows takes longer to get than its value.
+  const auto text = [&] { return guard::quoted(book.cellText(sheet, at)); };
   if (!isNumeric(value, globals::locale())) {
-    if (value.getIf<Date>() != nullptr) return "date " + text + " is not a number";
-    if (value.getIf<ErrorValue>() != nullptr) return "error " + text + " is not a number";
-    return "text " + text + " is not a number";
+    if (value.getIf<Date>() != nullptr) return "date " + text() + " is not a number";
+    if (value.getIf<ErrorValue>() != nullptr) return "error " + text() + " is not a number";
+    return "text " + text() + " is not a number";
   }
   if (std::abs(toDouble(value, globals::locale())) > double{std::numeric_limits<float>::max()}) {
-    return text + " is beyond the range of 32-bit numbers";
+    return text() + " is beyond the range of 32-bit numbers";
   }
   return {};
 }
