@@ -31,6 +31,8 @@ DeskLock::~DeskLock() {
 }
 
 bool DeskLock::hasKeyboard() const {
+  // Nobody to ask; Escape must stop a run even so.
+  if (!toolkit_.is()) return true;
   bool has = false;
   atBorder([&] {
     const uno::Reference<uno::XInterface> active(toolkit_->getActiveTopWindow(), uno::UNO_QUERY);
