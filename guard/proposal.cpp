@@ -23,13 +23,15 @@ std::int32_t lastTakenColumn(const Plan& plan, BookFacts& book) {
   for (const PivotTable& table : facts.pivotTables) reach(table.area);
   if (facts.filter) reach(facts.filter->area);
   // Merged cells and array formulas may be wider than the values that they hold.
+  Plan beside = plan;
+  beside.outputs.row = plan.inputs.firstRow;
+  const CellArea rows = listingWithHeading(beside);
   for (;;) {
-    const CellArea rows = listingWithHeading(plan);
     const std::int32_t reached = last;
-    const AreaFacts beside =
+    const AreaFacts held =
         book.areaFacts(plan.inputSheet, {rows.firstRow, reached, rows.lastRow, reached + freeColumns + rows.columns()});
-    for (const CellArea& area : beside.merged) reach(area);
-    for (const CellArea& area : beside.arrays) reach(area);
+    for (const CellArea& area : held.merged) reach(area);
+    for (const CellArea& area : held.arrays) reach(area);
     if (last == reached) return last;
   }
 }

@@ -36,6 +36,15 @@ TEST_F(Proposals, LeaveAColumnFreeBesideEverythingThatTheSheetHolds) {
   EXPECT_EQ(column(), 26);
 }
 
+TEST_F(Proposals, LookForMergedCellsInTheRowsOfTheInputsWhereverThePlanPointsBefore) {
+  plan.inputs = {100, 2, 105, 3};
+  plan.outputs = {1, 1};
+  book.data().merged = {{103, 5, 104, 7}};
+  EXPECT_EQ(proposedOutputs(plan, book), (CellAddress{100, 9}));
+  book.data().merged = {{1, 5, 2, 7}};
+  EXPECT_EQ(proposedOutputs(plan, book), (CellAddress{100, 6}));
+}
+
 TEST_F(Proposals, EndWhereReferencesEnd) {
   book.data().cells[{1, 700}] = {"x"};
   EXPECT_EQ(proposedOutputs(plan, book), (CellAddress{2, 702}));
