@@ -8,6 +8,7 @@
 #include "cli/terminal.h"
 #include "cli/text_display.h"
 #include "cli/workbook_ranges.h"
+#include "guard/cluster_count.h"
 #include "guard/proposal.h"
 #include "guard/refusal.h"
 
@@ -58,11 +59,15 @@ std::string outputsText(const Plan& plan) {
   return referenceOf({plan.outputSheet, {at.row, at.column, at.row, at.column}});
 }
 
+/// A reference as it is to be typed: whole, however long the name of the sheet.
+std::string typed(const std::string& reference) {
+  return "\"" + printable(reference) + "\"";
+}
+
 /// The flags that make one plan of the other.
 std::string flagsFor(const Plan& from, const Plan& to) {
   const bool moves = from.outputs != to.outputs || from.outputSheet != to.outputSheet;
-  const std::string flags =
-      (moves ? " --outputs " + cli::quoted(outputsText(to)) : std::string()) + switchFlags(from, to);
+  const std::string flags = (moves ? " --outputs " + typed(outputsText(to)) : std::string()) + switchFlags(from, to);
   return flags.empty() ? flags : flags.substr(1);
 }
 
@@ -88,8 +93,9 @@ DialogEntries RunGuard::look(const HeldEntries& held) {
   if (held.inputs.empty()) changes.inputs = proposedInputsText();
   const std::string inputs = held.inputs.empty() ? changes.inputs : held.inputs;
   const auto place = book_.find(inputs);
-  // What the component's own check is about to refuse needs no words here.
-  if (!place || !guard::referenceTrouble(book_, "--inputs", inputs).empty()) return changes;
+  // What the component's own check is about to refuse needs no words here, and nobody's consent.
+  const std::string& outputs = held.outputs.empty() ? inputs : held.outputs;
+  if (!place || !guard::whyRefused(book_, {}, {}, inputs, outputs).empty()) return changes;
   // NB: the run looks for old charts and for a filter on whichever sheet is active.
   book_.activate(place->sheet);
 
@@ -98,14 +104,16 @@ DialogEntries RunGuard::look(const HeldEntries& held) {
   plan.inputs = place->area;
   if (held.outputs.empty()) {
     const std::string flags = propose(plan);
+    requireFittingClusterCount(plan);
     changes.outputs = outputsText(plan);
     changes.output = changedSwitches(held.plan, plan);
-    const std::string inputsFlag = held.inputs.empty() ? "--inputs " + cli::quoted(inputs) + " " : std::string();
+    const std::string inputsFlag = held.inputs.empty() ? "--inputs " + typed(inputs) + " " : std::string();
     agree(inputsFlag + flags, held.inputs.empty(), true);
   } else {
-    if (held.inputs.empty()) agree("--inputs " + cli::quoted(inputs), true, false);
+    if (held.inputs.empty()) agree("--inputs " + typed(inputs), true, false);
     const auto listing = book_.find(held.outputs);
-    if (!listing || !guard::referenceTrouble(book_, "--outputs", held.outputs).empty()) return changes;
+    if (!listing) return changes;
+    requireFittingClusterCount(plan);
     plan.outputSheet = listing->sheet;
     plan.outputs = {listing->area.firstRow, listing->area.firstColumn};
   }
@@ -131,7 +139,7 @@ std::string RunGuard::propose(Plan& plan) const {
   plan.outputs = *free;
   const Plan asWished = plan;
   plan = guard::sparingPlan(plan, book_, options_.book.overwrite);
-  return "--outputs " + cli::quoted(outputsText(plan)) + switchFlags(asWished, plan);
+  return "--outputs " + typed(outputsText(plan)) + switchFlags(asWished, plan);
 }
 
 void RunGuard::agree(const std::string& proposal, bool inputs, bool outputs) const {
@@ -144,6 +152,11 @@ void RunGuard::agree(const std::string& proposal, bool inputs, bool outputs) con
       ExitStatus::usage,
       both ? "--inputs and --outputs are missing" : std::string(inputs ? "--inputs" : "--outputs") + " is missing",
       std::string("Give ") + (both ? "them" : "it") + ", or --yes to take " + proposal + ".");
+}
+
+void RunGuard::requireFittingClusterCount(const Plan& plan) {
+  const std::string trouble = guard::clusterCountTrouble(plan.clusters, plan.inputs.rows(), plan.charts);
+  if (!trouble.empty()) throw Problem(ExitStatus::usage, "--clusters: " + trouble);
 }
 
 void RunGuard::consent(const Plan& plan) {

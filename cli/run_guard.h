@@ -22,9 +22,9 @@ class RunGuard {
 
   /// @param held what the dialog holds when all entries are made
   /// @return what is to be entered beyond that
-  /// Raises a Problem: usage where a reference is missing and not proposed or the proposal was declined, dataRefused
-  /// for harms that are forbidden or that nobody consented to. References that the component itself will refuse are
-  /// left to it.
+  /// Raises a Problem: usage where a reference is missing and not proposed, the proposal was declined or the rows make
+  /// no such number of clusters, dataRefused for harms that are forbidden or that nobody consented to. References and
+  /// cells that the component itself will refuse are left to it.
   DialogEntries look(const HeldEntries& held);
 
   /// What the run goes on to remove or overwrite all the same.
@@ -35,6 +35,7 @@ class RunGuard {
   /// Completes the plan by a proposal, and says in flags what that is.
   std::string propose(guard::Plan& plan) const;
   void agree(const std::string& proposal, bool inputs, bool outputs) const;
+  static void requireFittingClusterCount(const guard::Plan& plan);
   void consent(const guard::Plan& plan);
   [[noreturn]] void refuse(const guard::Plan& plan) const;
 

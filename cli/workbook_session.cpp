@@ -8,10 +8,8 @@
 #include "cli/talk.h"
 #include "cli/training_watch.h"
 #include "dialog/store_without_places.h"
-#include "guard/cluster_count.h"
 #include "guard/refusal.h"
 #include "mervane/classifier3.h"
-#include "mervane/convert.h"
 #include "mervane/failure.h"
 #include "platform/headless/headless_option_window.h"
 #include "spreadsheet/application.h"
@@ -44,14 +42,6 @@ class WorkbookServices::WatchedScreen final : public platform::Screen {
 };
 
 class WorkbookServices::User final : public platform::HeadlessUser {};
-
-namespace {
-
-std::string textOf(const platform::HeadlessOptionWindow& window, const char* key) {
-  return toText(window.options().Item(key).Value, globals::locale());
-}
-
-}  // namespace
 
 WorkbookServices::WorkbookServices(Talk& talk, const ErrorPolicy& onError, bool remembered)
     : answers_(talk, onError),
@@ -89,7 +79,6 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
       if (const auto refusal = enter(entries, window, globals::locale(), talk_)) throw *refusal;
       const DialogEntries changes = beforeRun(heldBy(window, globals::locale()));
       if (const auto refusal = enter(changes, window, globals::locale(), talk_)) throw *refusal;
-      requireFittingClusterCount(window);
       window.press("CLASSIFY");
     } catch (...) {
       trouble = std::current_exception();
@@ -114,16 +103,6 @@ ClusterRun WorkbookSession::run(const DialogEntries& entries, const ClusterRunOp
   ClusterRun run = owned.outcome(watch);
   run.ignoredFailures = services_.answers_.ignored();
   return run;
-}
-
-void WorkbookSession::requireFittingClusterCount(const platform::HeadlessOptionWindow& window) {
-  const auto place = book_.find(textOf(window, "INPUTS"));
-  // What is wrong with a reference is told by the component's own check.
-  if (!place || !book_.find(textOf(window, "OUTPUTS"))) return;
-  const std::int32_t clusters = toInt32(window.options().Item("CLUSTERS").Value, globals::locale());
-  const std::string trouble =
-      guard::clusterCountTrouble(clusters, place->area.rows(), window.options().Item("DRAWCHARTS").Checked);
-  if (!trouble.empty()) throw Problem(ExitStatus::usage, "--clusters: " + trouble);
 }
 
 void WorkbookSession::refuse(Classifier3& classifier) {

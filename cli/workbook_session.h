@@ -8,10 +8,6 @@
 #include "cli/dialog_entries.h"
 #include "hosts/book/open_book.h"
 
-namespace mervane::platform {
-class HeadlessOptionWindow;
-}
-
 namespace mervane::cli {
 
 /// The machine as a workbook run sees it, in force for this thread as long as the object lives.
@@ -56,7 +52,6 @@ class WorkbookSession {
                                const BeforeRun& beforeRun, OutputFile* trace);
 
  private:
-  void requireFittingClusterCount(const platform::HeadlessOptionWindow& window);
   [[noreturn]] void refuse(Classifier3& classifier);
 
   hosts::OpenBook& book_;

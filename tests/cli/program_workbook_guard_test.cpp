@@ -86,6 +86,33 @@ TEST_F(WorkbookGuard, WhatIsOfferedInsteadHarmsNothing) {
   EXPECT_EQ(text("A6"), "Total");
 }
 
+TEST_F(WorkbookGuard, NoConsentIsAskedForToARunThatWillBeRefusedAnyway) {
+  made.rows.push_back({"Total", "23"});
+  made.write(book);
+  const Outcome tooMany = cluster({"-k", "5"});
+  EXPECT_EQ(tooMany.status, 2);
+  EXPECT_EQ(tooMany.err, "mervane: error: --clusters: 5 clusters cannot be made of 4 rows; give 2 to 4\n");
+  const Outcome heading = cluster({"-i", "Data!A1:B5"});
+  EXPECT_EQ(heading.status, 1);
+  EXPECT_NE(heading.err.find("Data!A1: text \"x\" is not a number"), std::string::npos) << heading.err;
+  EXPECT_EQ(heading.err.find("overwrite"), std::string::npos) << heading.err;
+}
+
+TEST_F(WorkbookGuard, FlagsForALongSheetNameAreWholeSoThatTheyCanBeCopied) {
+  made.write(book);
+  std::map<std::string, std::string> parts = workbook::tests::readZip(book);
+  replace(parts["xl/workbook.xml"], "name=\"Data\"", "name=\"L" + std::string(29, '\'') + "g\"");
+  workbook::tests::writeZip(book, {parts.begin(), parts.end()});
+  const std::string sheet = "'L" + std::string(58, '\'') + "g'";
+  const Outcome outcome = runProgram({"cluster", book, "-k", "2", "--yes", "-o", out});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(outcome.err.find("--inputs \"" + sheet + "!A2:B5\" --outputs \"" + sheet + "!E2\""), std::string::npos)
+      << outcome.err;
+  std::filesystem::remove(out);
+  expectRefused(cluster({"-i", sheet + "!A2:B5", "--outputs", sheet + "!A2"}),
+                "Do without it: --outputs \"" + sheet + "!E2\".\n");
+}
+
 TEST_F(WorkbookGuard, ATerminalIsAskedAboutTheList) {
   made.rows[3].insert(made.rows[3].end(), {"", "", "kept?"});
   made.write(book);
