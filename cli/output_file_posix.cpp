@@ -13,6 +13,7 @@
 #include "cli/output_file.h"
 #include "cli/problem.h"
 #include "cli/text_display.h"
+#include "hosts/book/file_permissions.h"
 
 namespace mervane::cli {
 namespace {
@@ -92,6 +93,11 @@ class DirectFile : public OutputFile {
   Stream stream_;
 };
 
+bool isTaken(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
 /// A new file beside the target, under a name of its own until it takes the target's place.
 class ReplacingFile : public OutputFile {
  public:
@@ -116,12 +122,12 @@ class ReplacingFile : public OutputFile {
     stream_.sync();
     stream_.closeChecked();
     if (place_ == Place::free) {
-      // A link never replaces anything. Not all file systems have links.
+      // A link never replaces anything. Not all file systems have links; a look before the rename is next best.
       if (::link(temporary_.c_str(), target_.c_str()) == 0) {
         syncDirectory();
         return;
       }
-      if (errno == EEXIST) raiseTrouble(target_, errno);
+      if (errno == EEXIST || isTaken(target_)) raiseTrouble(target_, EEXIST);
     }
     if (::rename(temporary_.c_str(), target_.c_str()) != 0) raiseTrouble(target_, errno);
     isDone_ = true;
@@ -161,9 +167,8 @@ std::string temporaryName(const std::string& target, int attempt) {
   return (path.parent_path() / temporary).string();
 }
 
-/// @param old whose owner and permissions the file gets
-std::unique_ptr<OutputFile> openBeside(const std::string& target, const std::optional<struct stat>& old,
-                                       ReplacingFile::Place place) {
+/// @param like whose owner and permissions the file gets
+std::unique_ptr<OutputFile> openBeside(const std::string& target, const std::string& like, ReplacingFile::Place place) {
   constexpr int attempts = 100;
   for (int attempt = 1; attempt <= attempts; ++attempt) {
     const std::string temporary = temporaryName(target, attempt);
@@ -172,12 +177,7 @@ std::unique_ptr<OutputFile> openBeside(const std::string& target, const std::opt
     if (descriptor < 0 && errno == EEXIST) continue;
     if (descriptor < 0) raiseTrouble(target, errno);
     auto file = std::make_unique<ReplacingFile>(descriptor, temporary, target, place);
-    if (old) {
-      // The owner can be kept by the superuser only; the permissions come last because a change of owner cuts them.
-      static_cast<void>(!::fchown(descriptor, old->st_uid, old->st_gid));
-      constexpr mode_t permissions = 07777;
-      if (::fchmod(descriptor, old->st_mode & permissions) != 0) raiseTrouble(target, errno);
-    }
+    if (const int error = hosts::takePermissions(descriptor, like); error != 0) raiseTrouble(target, error);
     return file;
   }
   raiseTrouble(target, EEXIST);
@@ -186,7 +186,7 @@ std::unique_ptr<OutputFile> openBeside(const std::string& target, const std::opt
 std::unique_ptr<OutputFile> openReplacing(const std::string& target, const std::optional<struct stat>& old) {
   // A file that may not be written is not replaced either, though its directory would allow it.
   if (old && ::access(target.c_str(), W_OK) != 0) raiseTrouble(target, errno);
-  return openBeside(target, old, ReplacingFile::Place::taken);
+  return openBeside(target, target, ReplacingFile::Place::taken);
 }
 
 }  // namespace
@@ -210,7 +210,7 @@ std::unique_ptr<OutputFile> openOutput(const std::string& path) {
 }
 
 std::unique_ptr<OutputFile> openNew(const std::string& path, const std::string& like) {
-  return openBeside(path, statusOf(like), ReplacingFile::Place::free);
+  return openBeside(path, like, ReplacingFile::Place::free);
 }
 
 void checkOutput(const std::string& path) {

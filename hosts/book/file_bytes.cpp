@@ -13,6 +13,8 @@
 #else
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "hosts/book/file_permissions.h"
 #endif
 
 namespace mervane::hosts {
@@ -46,6 +48,11 @@ class File {
   [[nodiscard]] bool isOpen() const {
     return file_ != nullptr;
   }
+#ifndef _WIN32
+  [[nodiscard]] int descriptor() const {
+    return ::fileno(file_);
+  }
+#endif
   bool write(std::string_view bytes) {
     return std::fwrite(bytes.data(), 1, bytes.size(), file_) == bytes.size();
   }
@@ -176,7 +183,11 @@ void replaceFile(const std::filesystem::path& target, std::string_view bytes, co
     if (!file.isOpen()) fail(reason(errno));
     remover.isNeeded = true;
     // Before it holds anything, so that nobody reads in it who may not read the target.
+#ifdef _WIN32
     if (std::filesystem::exists(status)) std::filesystem::permissions(beside, status.permissions(), error);
+#else
+    static_cast<void>(takePermissions(file.descriptor(), place));
+#endif
     if (!file.write(bytes) || !file.sync()) fail(reason(errno));
     if (!file.close()) fail(reason(errno));
   }

@@ -1,12 +1,17 @@
 #include "cli/output_file.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include "cli/problem.h"
+#include "hosts/book/file_bytes.h"
 #include "tests/cli/table_of.h"
 
 namespace mervane::cli {
@@ -75,6 +80,61 @@ TEST_F(OutputFileTest, TheNewFileHasThePermissionsOfTheOldOne) {
   file->write("new");
   file->commit();
   EXPECT_EQ(fs::status(path("a")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+/// What a process of somebody else, who is in no group of the superuser's, makes of the permissions of a file.
+int permissionsBySomebodyElse(const std::function<void()>& replace, const std::string& path) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr gid_t ownGroup = 60001;
+    constexpr gid_t sharedGroup = 60002;
+    constexpr uid_t somebody = 60003;
+    if (::setgroups(1, &sharedGroup) != 0 || ::setgid(ownGroup) != 0 || ::setuid(somebody) != 0) ::_exit(98);
+    try {
+      replace();
+    } catch (...) {
+      ::_exit(99);
+    }
+    ::_exit(0);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  return static_cast<int>(fs::status(path).permissions());
+}
+
+TEST_F(OutputFileTest, WhoCannotKeepTheOwnerKeepsTheGroupOrWhatItsOwnGroupMayNotKnow) {
+  if (::geteuid() != 0) GTEST_SKIP() << "files of several owners are made by the superuser only";
+  fs::permissions(folder, fs::perms::all);
+  const std::string file = path("a");
+  const std::function<void()> ways[] = {
+      [&] {
+        const auto output = openOutput(file);
+        output->write("new");
+        output->commit();
+      },
+      [&] { hosts::replaceFile(file, "new"); },
+  };
+  for (const auto& replace : ways) {
+    const auto replaced = [&](gid_t group, int permissions) {
+      fs::remove(file);
+      put("a", "old");
+      EXPECT_EQ(::chown(file.c_str(), 60004, group), 0);
+      // Somebody else may write it, so that it may be replaced.
+      fs::permissions(file, static_cast<fs::perms>(permissions));
+      const int now = permissionsBySomebodyElse(replace, file);
+      EXPECT_EQ(get("a"), "new");
+      return now;
+    };
+    EXPECT_EQ(replaced(60002, 0662), 0662);
+    struct stat status {};
+    ASSERT_EQ(::stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, 60002U);
+    EXPECT_EQ(status.st_uid, 60003U);
+    EXPECT_EQ(replaced(60005, 0662), 0622);
+    EXPECT_EQ(replaced(60005, 0666), 0666);
+    EXPECT_EQ(replaced(60005, 06662), 0622);
+  }
 }
 
 TEST_F(OutputFileTest, ALinkStaysAndTheFileBehindItIsReplaced) {
