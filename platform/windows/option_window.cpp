@@ -142,7 +142,14 @@ void OptionWindow::itemsChanged() {
 void OptionWindow::show() {
   ended_ = false;
   returning_ = false;
-  showing_ = true;
+  // Also behind an exception the window is no longer shown: a later request must not end what may be gone.
+  const struct Shown {
+    explicit Shown(bool& flag) : showing(flag) { showing = true; }
+    ~Shown() { showing = false; }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+    bool& showing;
+  } shown(showing_);
   if (!laidOut_) {
     laidOut_ = true;
     events_->resized();
@@ -152,7 +159,6 @@ void OptionWindow::show() {
   const HWND first = list_->firstEditor();
   SetFocus(first != nullptr ? first : GetNextDlgTabItem(window_, nullptr, FALSE));
   showing.run(ended_);
-  showing_ = false;
 }
 
 float OptionWindow::measure(WindowMeasure which) const {

@@ -237,15 +237,19 @@ TEST_F(OptionKeys, TheLetterOfACaptionLeadsToItsFieldAndThatOfAButtonPressesIt) 
   EXPECT_EQ(fields, 8);
 }
 
-TEST_F(OptionKeys, TheCloseButtonHasALetterOfItsOwnAndNoLetterLeadsToTwoControls) {
+TEST_F(OptionKeys, TheButtonsHaveLettersOfTheirOwnAndTheOneOptionWithoutAFreeLetterSharesOne) {
   show([](KeyboardUser& user) {
     std::multiset<wchar_t> letters;
     for (const HWND control : controlsOf(user.window())) {
       if (markedLetter(control) != 0) letters.insert(markedLetter(control));
     }
-    // Two buttons, three headers, eight captions, a check box and a command; "Scale values" finds its letters taken.
-    EXPECT_EQ(letters.size(), 15U);
-    for (const wchar_t letter : letters) EXPECT_EQ(letters.count(letter), 1U) << static_cast<char>(letter);
+    // Two buttons, three headers, eight captions, two check boxes and a command.
+    EXPECT_EQ(letters.size(), 16U);
+    EXPECT_EQ((std::set<wchar_t>{letters.begin(), letters.end()}).size(), 15U);
+    for (const wchar_t* button : {L"Close", L"Clusterize"}) {
+      EXPECT_EQ(letters.count(markedLetter(controlNamed(user.window(), button))), 1U);
+    }
+    EXPECT_EQ(letters.count(markedLetter(controlNamed(user.window(), L"Scale values"))), 2U);
     user.alt(controlNamed(user.window(), L"Close"));
   });
   EXPECT_EQ(events, Events{"button CLOSE"});
