@@ -19,12 +19,12 @@ class OutputFile {
 
 /// Standard output for "-". For any other path a new file beside the old one, which takes its place, content synced,
 /// with `commit`: whatever goes wrong before, the old file stays whole. The new file has the permissions of the old
-/// one; where the path is a symbolic link, the file that it leads to is replaced. What is no plain file, such as a
-/// device or a pipe, is written to directly.
+/// one, on Windows the access rights of its folder; where the path is a symbolic link, the file that it leads to is
+/// replaced. What is no plain file, such as a device or a pipe, is written to directly.
 [[nodiscard]] std::unique_ptr<OutputFile> openOutput(const std::string& path);
 
-/// A new file with the permissions of another one. With `commit` it takes the path, unless something has come to stand
-/// there meanwhile.
+/// A new file with the permissions of another one, on Windows with the access rights of its folder. With `commit` it
+/// takes the path, unless something has come to stand there meanwhile.
 [[nodiscard]] std::unique_ptr<OutputFile> openNew(const std::string& path, const std::string& like);
 
 /// Raises what openOutput would raise for the path, and leaves no trace; to be told before a long run, not after it.

@@ -29,8 +29,8 @@ class TargetFile {
 };
 
 /// Copies the file to a new one beside it: FILE and the suffix, or where there is such a file FILE, the suffix and .2,
-/// .3 and so on, so that no earlier copy is lost. The copy may be read by nobody who may not read the file. It is
-/// removed again where the object goes before it was kept.
+/// .3 and so on, so that no earlier copy is lost. The copy may be read by nobody who may not read the file; on Windows
+/// it has the access rights of its folder. It is removed again where the object goes before it was kept.
 class SafetyCopy {
  public:
   /// Raises a Problem with the status fileTrouble.
