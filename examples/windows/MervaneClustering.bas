@@ -22,11 +22,11 @@ Public Sub ClusterRows()
 Leave:
     If Err.Number <> 0 Then MsgBox Err.Description, vbExclamation, "Mervane"
     On Error Resume Next
-    ' The classifier and its dialog hold each other until this.
-    classifier.UnloadfrmMain
     Application.ReferenceStyle = notation
     ' A clustering that was broken off leaves the updating of the screen off.
     Application.ScreenUpdating = True
+    ' The classifier and its dialog hold each other until this. Last, so that the application is itself again by then.
+    classifier.UnloadfrmMain
 End Sub
 
 ' The dialog comes back after each pick and after data that it refused; it keeps what was entered.
