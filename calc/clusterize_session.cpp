@@ -30,6 +30,7 @@
 #include "calc/window/message.h"
 #include "engine/create_network_engine.h"
 #include "guard/book_cells.h"
+#include "guard/facts.h"
 #include "guard/refusal.h"
 #include "hosts/calc/calc_host.h"
 #include "mervane/classifier3.h"
@@ -178,7 +179,8 @@ void ClusterizeSession::open() {
 /// references of this one's last run, or none.
 void ClusterizeSession::propose() {
   Ranges ranges = rememberedRanges(document_).value_or(Ranges{});
-  if (const auto proposal = proposeFromSelection(document_)) ranges = {proposal->inputs, proposal->outputs};
+  const auto facts = host_->facts();
+  if (const auto proposal = proposeFromSelection(document_, *facts)) ranges = {proposal->inputs, proposal->outputs};
   classifier_->CellInputs(ranges.inputs);
   classifier_->CellOutputs(ranges.outputs);
 }

@@ -5,9 +5,11 @@
 #include <set>
 #include <string_view>
 
+#include "calc/border.h"
 #include "calc/references.h"
 #include "calc/sheet_cells.h"
 #include "guard/counting_columns.h"
+#include "guard/proposal.h"
 
 namespace mervane::addin {
 
@@ -79,9 +81,24 @@ bool isOneCell(const CellRangeAddress& range) {
   return range.StartColumn == range.EndColumn && range.StartRow == range.EndRow;
 }
 
+/// The first column that is free for a listing beside the block that the numbers stand in.
+std::optional<sal_Int32> freeColumn(const Document& document, const CellRangeAddress& numbers,
+                                    const CellRangeAddress& region, guard::BookFacts& facts) {
+  guard::Plan plan;
+  plan.inputSheet = sheetName(document, numbers.Sheet);
+  plan.inputs = {numbers.StartRow + 1, numbers.StartColumn + 1, numbers.EndRow + 1, numbers.EndColumn + 1};
+  const auto free = guard::proposedOutputs(plan, facts);
+  if (!free) return std::nullopt;
+  // The column right of the inputs takes the labels of the statistics. Where nothing stands beyond it, the listing may
+  // follow at once.
+  const sal_Int32 nearest = std::max(numbers.EndColumn, region.EndColumn) + 2;
+  const sal_Int32 column = free->column - 1;
+  return column > nearest + 1 ? column : nearest;
+}
+
 }  // namespace
 
-std::optional<Proposal> proposeFromSelection(const Document& document) {
+std::optional<Proposal> proposeFromSelection(const Document& document, guard::BookFacts& facts) {
   const uno::Reference<star::sheet::XCellRangeAddressable> selected(document->getCurrentSelection(), uno::UNO_QUERY);
   if (!selected.is()) return std::nullopt;
   const CellRangeAddress range = selected->getRangeAddress();
@@ -93,13 +110,16 @@ std::optional<Proposal> proposeFromSelection(const Document& document) {
   const auto numbers = numbersIn(SheetCells(document, asked), asked, results);
   if (!numbers) return std::nullopt;
   Proposal proposal{referenceText(document, *numbers), {}};
-  // The column right of the inputs takes the labels of the statistics, so one stays free between.
-  const sal_Int32 column = std::max(numbers->EndColumn + 2, region.EndColumn + 2);
   if (results.listing) {
     proposal.outputs = referenceText(document, *results.listing);
-  } else if (column <= lastReferenceColumn) {
-    proposal.outputs =
-        referenceText(document, CellRangeAddress(numbers->Sheet, column, numbers->StartRow, column, numbers->StartRow));
+    return proposal;
+  }
+  std::optional<sal_Int32> column;
+  // Without it the dialog opens all the same.
+  atBorder([&] { column = freeColumn(document, *numbers, region, facts); });
+  if (column && *column <= lastReferenceColumn) {
+    proposal.outputs = referenceText(
+        document, CellRangeAddress(numbers->Sheet, *column, numbers->StartRow, *column, numbers->StartRow));
   }
   return proposal;
 }

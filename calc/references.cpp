@@ -22,11 +22,6 @@ using Document = uno::Reference<star::frame::XModel>;
 
 constexpr sal_Int32 lastSheetRow = 1048575;
 
-std::string sheetName(const Document& document, sal_Int16 position) {
-  const uno::Reference<star::container::XNamed> named(sheetAt(document, position), uno::UNO_QUERY_THROW);
-  return fromOffice(named->getName());
-}
-
 /// A name that is more than letters, digits and underscores stands in apostrophes, its own doubled.
 std::string quoted(const std::string& name) {
   const bool plain = !name.empty() && std::all_of(name.begin(), name.end(), [](char character) {
@@ -136,6 +131,11 @@ bool isOneCell(const CellRangeAddress& range) {
 }
 
 }  // namespace
+
+std::string sheetName(const uno::Reference<star::frame::XModel>& document, sal_Int16 position) {
+  const uno::Reference<star::container::XNamed> named(sheetAt(document, position), uno::UNO_QUERY_THROW);
+  return fromOffice(named->getName());
+}
 
 std::string referenceText(const Document& document, const CellRangeAddress& range) {
   const std::string first =

@@ -10,6 +10,7 @@
 
 namespace mervane::addin {
 
+[[nodiscard]] std::string sheetName(const uno::Reference<star::frame::XModel>& document, sal_Int16 position);
 /// A reference text as the component reads it, such as Sheet1!B2:E151 or 'My data'!B2, whatever notation the office is
 /// set to.
 [[nodiscard]] std::string referenceText(const uno::Reference<star::frame::XModel>& document,

@@ -7,6 +7,8 @@
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 
+#include "guard/facts.h"
+#include "hosts/calc/calc_host.h"
 #include "tests/calc_extension/hidden_sheet.h"
 
 namespace mervane::addin {
@@ -14,6 +16,11 @@ namespace {
 
 class Proposals : public HiddenSheet {
  protected:
+  std::optional<Proposal> propose() {
+    const calc::CalcHost host(tests::testedOffice().office.context, document);
+    const auto facts = host.facts();
+    return proposeFromSelection(document, *facts);
+  }
   void put(sal_Int32 column, sal_Int32 row, const uno::Any& value) {
     const uno::Reference<star::sheet::XCellRangeData> cell(sheet->getCellRangeByPosition(column, row, column, row),
                                                            uno::UNO_QUERY_THROW);
@@ -33,7 +40,7 @@ class Proposals : public HiddenSheet {
 TEST_F(Proposals, OneSelectedCellProposesTheNumbersAroundIt) {
   rename("Data");
   select(3, 3, 3, 3);
-  const auto proposal = proposeFromSelection(document);
+  const auto proposal = propose();
   ASSERT_TRUE(proposal);
   EXPECT_EQ(proposal->inputs, "Data!C3:E5");
   EXPECT_EQ(proposal->outputs, "Data!H3");
@@ -42,17 +49,17 @@ TEST_F(Proposals, OneSelectedCellProposesTheNumbersAroundIt) {
 TEST_F(Proposals, ASelectedRangeIsTakenWithoutItsHeadingAndItsTexts) {
   rename("Data");
   select(1, 1, 4, 4);
-  const auto proposal = proposeFromSelection(document);
+  const auto proposal = propose();
   ASSERT_TRUE(proposal);
   EXPECT_EQ(proposal->inputs, "Data!C3:E5");
   select(2, 2, 3, 3);
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!C3:D4");
+  EXPECT_EQ(propose()->inputs, "Data!C3:D4");
 }
 
 TEST_F(Proposals, WholeColumnsEndWithTheUsedCells) {
   rename("Data");
   select(2, 2, 3, 1048575);
-  const auto proposal = proposeFromSelection(document);
+  const auto proposal = propose();
   ASSERT_TRUE(proposal);
   EXPECT_EQ(proposal->inputs, "Data!C3:D5");
 }
@@ -70,7 +77,7 @@ TEST_F(Proposals, ResultsOfAnEarlierRunAreNotProposedAndTheNextRunWritesOverThem
   for (sal_Int32 row = 2; row <= 4; ++row) put(6, row, uno::Any(1.0));
   for (const auto& [column, row] : {std::pair(1, 1), std::pair(3, 3), std::pair(6, 2), std::pair(5, 5)}) {
     select(column, row, column, row);
-    const auto proposal = proposeFromSelection(document);
+    const auto proposal = propose();
     ASSERT_TRUE(proposal) << column << " " << row;
     EXPECT_EQ(proposal->inputs, "Data!C3:E5");
     EXPECT_EQ(proposal->outputs, "Data!G3");
@@ -81,45 +88,64 @@ TEST_F(Proposals, ResultsOfAnEarlierRunAreNotProposedAndTheNextRunWritesOverThem
     for (sal_Int32 row = 2; row <= 4; ++row) put(5 + cluster, row, uno::Any(row == cluster ? 1.0 : 0.0));
   }
   select(2, 2, 4, 4);
-  const auto proposal = proposeFromSelection(document);
+  const auto proposal = propose();
   ASSERT_TRUE(proposal);
   EXPECT_EQ(proposal->inputs, "Data!C3:E5");
   EXPECT_EQ(proposal->outputs, "Data!G3");
   select(1, 1, 1, 1);
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!C3:E5");
+  EXPECT_EQ(propose()->inputs, "Data!C3:E5");
+}
+
+TEST_F(Proposals, OutputsStandBesideASecondBlock) {
+  rename("Data");
+  for (sal_Int32 column = 7; column <= 9; ++column) put(column, 3, uno::Any(1.5));
+  select(3, 3, 3, 3);
+  const auto proposal = propose();
+  ASSERT_TRUE(proposal);
+  EXPECT_EQ(proposal->inputs, "Data!C3:E5");
+  EXPECT_EQ(proposal->outputs, "Data!L3");
+}
+
+TEST_F(Proposals, OutputsFollowTheLabelsAtOnceWhereNothingStandsBeyondThem) {
+  rename("Data");
+  for (sal_Int32 row = 1; row <= 4; ++row) put(5, row, uno::Any(rtl::OUString()));
+  select(3, 3, 3, 3);
+  const auto proposal = propose();
+  ASSERT_TRUE(proposal);
+  EXPECT_EQ(proposal->outputs, "Data!G3");
 }
 
 TEST_F(Proposals, ASelectionWithoutNumbersProposesNothing) {
   select(1, 1, 1, 4);
-  EXPECT_FALSE(proposeFromSelection(document));
+  EXPECT_FALSE(propose());
   select(20, 20, 20, 20);
-  EXPECT_FALSE(proposeFromSelection(document));
+  EXPECT_FALSE(propose());
 }
 
 TEST_F(Proposals, LeaveOutDates) {
   rename("Data");
   showDates(2);
   select(3, 3, 3, 3);
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!D3:E5");
+  EXPECT_EQ(propose()->inputs, "Data!D3:E5");
   select(1, 1, 4, 4);
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!D3:E5");
+  EXPECT_EQ(propose()->inputs, "Data!D3:E5");
 }
 
 TEST_F(Proposals, LeaveOutColumnsThatCountTheRows) {
   rename("Data");
   for (sal_Int32 row = 2; row <= 4; ++row) put(2, row, uno::Any(static_cast<double>(row + 99)));
   select(3, 3, 3, 3);
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!D3:E5");
+  EXPECT_EQ(propose()->inputs, "Data!D3:E5");
 }
 
 TEST_F(Proposals, LeaveOutTwoHeadingRows) {
   rename("Data");
   for (sal_Int32 column = 2; column <= 4; ++column) put(column, 2, uno::Any(rtl::OUString("cm")));
   select(3, 3, 3, 3);
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!C4:E5");
+  EXPECT_EQ(propose()->inputs, "Data!C4:E5");
   // A number among the headings of the second row draws no heading into the numbers.
   put(4, 2, uno::Any(2020.5));
-  EXPECT_EQ(proposeFromSelection(document)->inputs, "Data!C4:E5");
+  EXPECT_EQ(propose()->inputs, "Data!C4:E5");
 }
 
 }  // namespace
