@@ -50,6 +50,17 @@ inline constexpr Text goOn{"Clusterize all the same?", "Trotzdem gruppieren?"};
 inline constexpr Text giveOverwrite{"Give the option Overwrite with true to let it go.",
                                     "Mit der Option Overwrite und dem Wert True wird es dennoch getan."};
 
+inline constexpr Text undoneByHalf{
+    "The undo or redo stopped half way, so that the sheets hold some cells of before and some of after. Close the "
+    "document without saving it and open it again, or save it by another name. Where a sheet is protected, unprotect "
+    "it "
+    "before the next undo.",
+    "Rückgängigmachen oder Wiederherstellen ist auf halbem Weg stehen geblieben; auf den Blättern steht teils der "
+    "Stand "
+    "davor, teils der danach. Schließen Sie das Dokument ohne zu speichern und öffnen Sie es neu, oder speichern Sie "
+    "es "
+    "unter einem anderen Namen. Ist ein Blatt geschützt, heben Sie den Schutz vor dem nächsten Mal auf."};
+
 inline constexpr Text pickInputs{"Mervane: pick the numbers, then Enter", "Mervane: Zahlen auswählen, dann Eingabe"};
 inline constexpr Text pickOutputs{"Mervane: pick the first cell of results", "Mervane: erste Zelle der Ergebnisse"};
 inline constexpr Text pickedElsewhere{

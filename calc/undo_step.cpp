@@ -2,9 +2,12 @@
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/awt/XCallback.hpp>
+#include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/document/XUndoAction.hpp>
 #include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
@@ -15,6 +18,8 @@
 
 #include "calc/border.h"
 #include "calc/sheet_memory.h"
+#include "calc/texts.h"
+#include "calc/window/message.h"
 
 namespace mervane::addin {
 
@@ -95,10 +100,24 @@ class Step final : public cppu::WeakImplHelper1<star::document::XUndoAction> {
   }
 
   void put(const SheetMemory& memory) const {
+    bool isWhole = false;
     atBorder([&] { recordChanges(document_, false); });
-    atBorder([&] { memory.restore(); });
+    atBorder([&] {
+      memory.restore();
+      isWhole = true;
+    });
     atBorder([&] { recordChanges(document_, true); });
     atBorder([&] { showCurrentCell(document_); });
+    if (!isWhole) atBorder([&] { tellOfHalf(); });
+  }
+  void tellOfHalf() const {
+    const uno::Reference<star::frame::XController> view(document_->getCurrentController(), uno::UNO_SET_THROW);
+    const uno::Reference<star::frame::XFrame> frame(view->getFrame(), uno::UNO_SET_THROW);
+    const uno::Reference<awt::XWindow2> window(frame->getContainerWindow(), uno::UNO_QUERY_THROW);
+    // Nobody would find the message of a document that is not shown.
+    if (!window->isVisible()) return;
+    const uno::Reference<awt::XWindowPeer> parent(window, uno::UNO_QUERY_THROW);
+    showMessage(office_, parent, awt::MessageBoxType_ERRORBOX, said(text::undoneByHalf));
   }
   void putBefore() const {
     Memory after;
