@@ -95,6 +95,17 @@ TEST_F(Proposals, DoNotSortWhatSortingWouldTearApart) {
   EXPECT_FALSE(harmless.sort);
 }
 
+TEST_F(Proposals, LookThroughTheFormulasOnceHoweverManyPiecesAreLeftOut) {
+  book.data().cells[{8, 2}] = {"kept"};
+  book.data().cells[{3, 6}] = {"kept"};
+  const Plan harmless = sparingPlan(plan, book);
+  EXPECT_TRUE(harmless.sort);
+  EXPECT_FALSE(harmless.averages);
+  EXPECT_EQ(book.sortingLooks, 1);
+  book.data().sorting.moved.add({"Data!B3", "=B2"});
+  EXPECT_FALSE(sparingPlan(plan, book).sort) << "the next proposal looks anew";
+}
+
 TEST_F(Proposals, KeepTheFilterOfTheSheet) {
   book.data().facts.filter = Filter{{1, 2, 7, 3}};
   plan.autofilter = false;
