@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "calc/texts.h"
 #include "guard/harms.h"
 #include "guard/proposal.h"
 #include "guard/refusal.h"
@@ -78,20 +79,21 @@ std::string insteadOf(const OptionItems& options, const Plan& plan, guard::BookF
   if (!harmless) return {};
   constexpr int mostChanges = 5;
   int changes = 0;
-  std::string text;
+  std::string list;
   const auto add = [&](const std::string& change) {
-    text += (text.empty() ? "" : ", ") + change;
+    list += (list.empty() ? "" : ", ") + change;
     ++changes;
   };
   if (harmless->outputs != plan.outputs || harmless->outputSheet != plan.outputSheet) {
     const CellAddress at = harmless->outputs;
-    add("with Outputs " + guard::referenceOf({harmless->outputSheet, {at.row, at.column, at.row, at.column}}));
+    add(said(text::withOutputs, {guard::referenceOf({harmless->outputSheet, {at.row, at.column, at.row, at.column}})}));
   }
   for (const Switch& one : switches) {
     if (plan.*one.planned == (*harmless).*one.planned) continue;
-    add(((*harmless).*one.planned ? "with " : "without ") + guard::quoted(options.Item(one.key).Caption));
+    add(said((*harmless).*one.planned ? text::withSwitch : text::withoutSwitch,
+             {guard::quoted(options.Item(one.key).Caption)}));
   }
-  return changes > mostChanges ? std::string() : text;
+  return changes > mostChanges ? std::string() : list;
 }
 
 std::string listed(const std::vector<Harm>& harms, bool forbidden) {
@@ -117,8 +119,7 @@ std::string tornApart(const Plan& plan, guard::BookFacts& facts) {
   }
   if (columns.empty()) return {};
   const bool isOne = columns.find(',') == std::string::npos;
-  return std::string("\n- sorting would leave the cells of ") + (isOne ? "column " : "columns ") + columns +
-         ", right of the inputs, where they are, so that they no longer stand beside their rows";
+  return "\n- " + said(isOne ? text::tornColumn : text::tornColumns, {columns});
 }
 
 }  // namespace
@@ -131,21 +132,20 @@ Objections objectionsTo(const OptionItems& options, BookCells& cells, guard::Boo
   Objections objections;
   if (guard::isForbidden(harms)) {
     const std::string instead = insteadOf(options, *plan, facts);
-    objections.refusal =
-        "The sheet does not allow that run:" + listed(harms, true) + "\n\n" +
-        (instead.empty() ? "Choose other cells, or change the sheet first." : "It would go " + instead + ".");
+    objections.refusal = said(text::notAllowed) + listed(harms, true) + "\n\n" +
+                         (instead.empty() ? said(text::chooseOthers) : said(text::wouldGo, {instead}));
     return objections;
   }
-  constexpr const char* goOn = "\n\nClusterize all the same?";
+  const std::string goOn = "\n\n" + said(text::goOn);
   const std::string torn = tornApart(*plan, facts);
   if (!harms.empty()) {
     const std::string instead = insteadOf(options, *plan, facts);
-    objections.question = "The run would remove or overwrite what is there:" + listed(harms, false) + torn +
-                          (instead.empty() ? "" : "\n\nIt would harm nothing " + instead + ".") + goOn;
+    objections.question = said(text::wouldRemove) + listed(harms, false) + torn +
+                          (instead.empty() ? "" : "\n\n" + said(text::wouldHarmNothing, {instead})) + goOn;
   }
   if (!torn.empty()) {
-    objections.tornApart = "The run would tear rows apart:" + torn + "\n\nIt would not without " +
-                           guard::quoted(options.Item("SORTCLUSTERS").Caption) + "." + goOn;
+    objections.tornApart = said(text::wouldTear) + torn + "\n\n" +
+                           said(text::wouldNotTear, {guard::quoted(options.Item("SORTCLUSTERS").Caption)}) + goOn;
   }
   return objections;
 }

@@ -46,6 +46,28 @@ inline constexpr Text notLookedAt{
     "What the run would remove or overwrite could not be found out. Save the document first.",
     "Es ließ sich nicht feststellen, was das Gruppieren entfernen oder überschreiben würde. Speichern Sie das Dokument "
     "vorher."};
+inline constexpr Text notAllowed{"The sheet does not allow that run:", "Das Blatt lässt das nicht zu:"};
+inline constexpr Text wouldGo{"It would go %1.", "Es ginge %1."};
+inline constexpr Text chooseOthers{"Choose other cells, or change the sheet first.",
+                                   "Wählen Sie andere Zellen, oder ändern Sie zuerst das Blatt."};
+inline constexpr Text wouldRemove{"The run would remove or overwrite what is there:",
+                                  "Das Gruppieren würde entfernen oder überschreiben, was da steht:"};
+inline constexpr Text wouldHarmNothing{"It would harm nothing %1.", "Nichts ginge verloren %1."};
+inline constexpr Text wouldTear{"The run would tear rows apart:", "Das Gruppieren würde Zeilen auseinanderreißen:"};
+inline constexpr Text wouldNotTear{"It would not without %1.", "Ohne %1 geschieht das nicht."};
+inline constexpr Text tornColumn{
+    "sorting would leave the cells of column %1, right of the inputs, where they are, so that they no longer stand "
+    "beside their rows",
+    "die Zellen der Spalte %1 rechts der Eingaben blieben beim Sortieren stehen und stünden nicht mehr neben ihren "
+    "Zeilen"};
+inline constexpr Text tornColumns{
+    "sorting would leave the cells of columns %1, right of the inputs, where they are, so that they no longer stand "
+    "beside their rows",
+    "die Zellen der Spalten %1 rechts der Eingaben blieben beim Sortieren stehen und stünden nicht mehr neben ihren "
+    "Zeilen"};
+inline constexpr Text withOutputs{"with Outputs %1", "mit Outputs %1"};
+inline constexpr Text withSwitch{"with %1", "mit %1"};
+inline constexpr Text withoutSwitch{"without %1", "ohne %1"};
 inline constexpr Text goOn{"Clusterize all the same?", "Trotzdem gruppieren?"};
 inline constexpr Text giveOverwrite{"Give the option Overwrite with true to let it go.",
                                     "Mit der Option Overwrite und dem Wert True wird es dennoch getan."};

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "calc/guarded_window.h"
+#include "calc/texts.h"
 #include "dialog/frm_main.h"
 #include "hosts/workbook/workbook_host.h"
 #include "platform/headless/headless_option_window.h"
@@ -57,6 +58,18 @@ TEST_F(RunGuard, RefusesAListingInsideTheInputsAndNamesAPlaceThatWouldDo) {
             "The sheet does not allow that run:\n- the listing at Iris!C2:C152 would overwrite the inputs Iris!B2:E151"
             "\n\nIt would go with Outputs Iris!H2.");
   EXPECT_EQ(found.question, "");
+}
+
+TEST_F(RunGuard, SpeaksGermanAroundWhatItLists) {
+  speak(Language::german);
+  const Objections refused = objections("Iris!B2:E151", "Iris!C3");
+  put("Iris!H5", Variant("a note"));
+  const Objections asked = objections("Iris!B2:E151", "Iris!H2");
+  speak(Language::english);
+  EXPECT_TRUE(refused.refusal.starts_with("Das Blatt lässt das nicht zu:\n- ")) << refused.refusal;
+  EXPECT_TRUE(refused.refusal.ends_with("\n\nEs ginge mit Outputs Iris!H2.")) << refused.refusal;
+  EXPECT_TRUE(asked.question.ends_with("\n\nTrotzdem gruppieren?")) << asked.question;
+  EXPECT_EQ(asked.question.find("The run"), std::string::npos) << asked.question;
 }
 
 TEST_F(RunGuard, AsksAboutCellsThatWouldBeOverwritten) {
