@@ -54,7 +54,7 @@ class Search {
       protectedFrom(Piece::newCharts, plan_.inputSheet, "charts");
     }
     filter();
-    std::ranges::stable_partition(harms_, [](const Harm& harm) { return harm.isForbidden; });
+    std::stable_partition(harms_.begin(), harms_.end(), [](const Harm& harm) { return harm.isForbidden; });
     return std::move(harms_);
   }
 
